@@ -1,0 +1,44 @@
+/* nqtoken: splits one line of text into words, with separator, quote and
+ * comment characters. Usable from C and C++. */
+#ifndef NQTOKEN_H
+#define NQTOKEN_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct nqtoken_list nqtoken_list;
+
+/* Functions returning int give 0 on success and non-zero on failure. */
+
+/* Names the error handler and level for the library's own diagnostics. */
+int nqtoken_initialize(int error_handler, unsigned int level);
+
+/* Splits `line` into a new word list. Null or empty character sets mean none.
+ * Fails, creating nothing, when a quoted section is not closed. The last two
+ * arguments are reserved and must be 0. */
+int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, const char* quotes,
+                const char* comments, int reserved1, int reserved2);
+
+/* The number of words; 0 for an empty or comment-only line or a null list. */
+int nqtoken_num(const nqtoken_list* list);
+
+/* The word's text without its quote characters, or null for a bad index. */
+const char* nqtoken_get_token(const nqtoken_list* list, int index);
+
+/* Stores the word's value when the whole word is an optional sign followed by
+ * decimal digits within the 32-bit signed range. */
+int nqtoken_get_int(const nqtoken_list* list, int index, int* value);
+
+/* Stores the word's value when strtod in the C locale consumes the whole,
+ * non-empty word. */
+int nqtoken_get_double(const nqtoken_list* list, int index, double* value);
+
+/* Releases the list; a null list is ignored. */
+int nqtoken_delete(nqtoken_list* list);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* NQTOKEN_H */

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "model/keyword_def.h"
+#include "model/lookup_table_def.h"
+#include "model/option_def.h"
+#include "model/option_type.h"
+
+namespace quillet {
+
+// Lets the registries be searched with a string_view without building a string.
+struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+};
+
+using TextSet = std::unordered_set<std::string, TextHash, std::equal_to<>>;
+
+// Everything one run reads and builds: the records (owned here, never freed
+// before the run ends), the registries that keep names unique, the reader's
+// state and the serial counters.
+class DefinitionSet {
+public:
+    DefinitionSet();
+    DefinitionSet(const DefinitionSet&) = delete;
+    DefinitionSet& operator=(const DefinitionSet&) = delete;
+
+    // Every construction draws the next serial number, spare records included.
+    KeywordDef* newKeyword();
+    OptionDef* newOption();
+    LookupTableDef* newLookupTable(const std::string& name);
+
+    // The table of that name, or null; never creates one.
+    const LookupTableDef* findLookupTable(std::string_view name) const;
+
+    // Byte-wise stable sorts used by the documentation path: the records by
+    // name, then each record's options by name.
+    void sortForDocumentation();
+
+    std::unordered_map<std::string, int, TextHash, std::equal_to<>> directiveTable;
+    std::unordered_map<std::string, OptionType, TextHash, std::equal_to<>> typeNames;
+
+    TextSet keywordNames;
+    TextSet optionNames;  // of the current keyword only
+    TextSet idNames;      // keyword IDs, option IDs, table names and entry IDs alike
+    std::map<std::string, LookupTableDef*, std::less<>> lookupTables;
+    std::vector<KeywordDef*> keywords;
+
+    std::string pendingEntryName;
+    std::string pendingEntryId;
+    KeywordDef* currentKeyword = nullptr;
+    OptionDef* currentOption = nullptr;
+    LookupTableDef* currentLookupTable = nullptr;
+    int mode = -1;
+    bool deleteKeywordSeen = false;
+    bool renameKeywordSeen = false;
+    int keywordArgCount = 0;
+    int optionArgCount = 0;
+    int optLookupArgCount = 0;
+    int modelNameArgCount = 0;
+    int minimumArgCount = 0;
+    int maximumArgCount = 0;
+    int lookupArgCount = 0;
+    bool lookupTableStarted = false;
+
+    int keywordCounter = 0;
+    int optionCounter = 0;
+
+private:
+    std::deque<KeywordDef> keywordStore_;
+    std::deque<OptionDef> optionStore_;
+    std::deque<LookupTableDef> tableStore_;
+};
+
+}  // namespace quillet

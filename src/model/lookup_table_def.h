@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillet {
+
+// A named table of (entry ID, entry name, value) triples, kept as three
+// parallel lists in definition order.
+struct LookupTableDef {
+    std::vector<std::string> names;
+    std::vector<std::string> ids;
+    std::vector<std::int32_t> values;
+    std::string name;
+    // Sentinels, printed as they stand for a table without entries.
+    std::int32_t minValue = 999999999;
+    std::int32_t maxValue = -999999999;
+
+    explicit LookupTableDef(std::string tableName) : name(std::move(tableName)) {}
+    LookupTableDef(const LookupTableDef&) = delete;
+    LookupTableDef& operator=(const LookupTableDef&) = delete;
+
+    void addEntry(const std::string& entryId, const std::string& entryName, std::int32_t value) {
+        ids.push_back(entryId);
+        names.push_back(entryName);
+        values.push_back(value);
+    }
+    std::size_t size() const { return values.size(); }
+
+    // The searches stop at the first exact match, in entry order.
+    bool findValueByName(std::string_view entryName, std::int32_t& value) const {
+        return findParallel(names, entryName, value);
+    }
+    bool findValueById(std::string_view entryId, std::int32_t& value) const {
+        return findParallel(ids, entryId, value);
+    }
+    bool findNameByValue(std::int32_t value, std::string& entryName) const {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (values[i] == value) {
+                entryName = names[i];
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    bool findParallel(const std::vector<std::string>& keys, std::string_view key, std::int32_t& value) const {
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            if (keys[i] == key) {
+                value = values[i];
+                return true;
+            }
+        }
+        return false;
+    }
+};
+
+}  // namespace quillet

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "model/option_type.h"
+
+namespace quillet {
+
+// One option of a keyword. Records are created only by DefinitionSet, which
+// hands out the serial numbers.
+struct OptionDef {
+    std::string name;
+    std::string id;
+    std::string description;
+    int lineNumber = 0;
+    bool isComplete = false;
+    // Not meaningful until the type word has been read; the writers still
+    // have to cope with a value outside the four known types.
+    OptionType type = static_cast<OptionType>(-1);
+    int serial = 0;
+    std::string lookupTableName;
+    bool hasLookupTable = false;
+    bool lookupCaseSensitive = false;
+    bool hasDefault = false;
+    // Read according to `type`: int32_t, double, bool or the owned text.
+    std::variant<std::int32_t, double, bool, std::string> defaultValue;
+    std::string defaultText;
+    std::string minimumText;
+    std::string maximumText;
+    bool hasMinimum = false;
+    bool hasMaximum = false;
+    bool readOnly = false;
+
+    explicit OptionDef(int serialNumber) : serial(serialNumber) {}
+    OptionDef(const OptionDef&) = delete;
+    OptionDef& operator=(const OptionDef&) = delete;
+
+    // Unlike a keyword's description, an option's takes empty words too.
+    void appendDescription(const std::string& word) { description.append(word).push_back(' '); }
+
+    void setLookupTable(const std::string& tableName) {
+        hasLookupTable = true;
+        lookupTableName = tableName;
+    }
+
+    std::int32_t intDefault() const { return std::get<std::int32_t>(defaultValue); }
+    double doubleDefault() const { return std::get<double>(defaultValue); }
+    bool boolDefault() const { return std::get<bool>(defaultValue); }
+    const std::string& stringDefault() const { return std::get<std::string>(defaultValue); }
+};
+
+}  // namespace quillet
