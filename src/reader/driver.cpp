@@ -1,0 +1,144 @@
+#include "reader/driver.h"
+
+#include <memory>
+
+#include "codegen/id_header_writer.h"
+#include "codegen/source_writer.h"
+#include "docgen/alias_reader.h"
+#include "docgen/command_index_writer.h"
+#include "docgen/page_writer.h"
+#include "model/definition_set.h"
+#include "nqerr.h"
+#include "nqtoken.h"
+#include "reader/argument_handler.h"
+#include "reader/directive.h"
+#include "reader/mode_machine.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr int kFailure = 255;
+constexpr std::streamsize kLineBuffer = 255;  // at most 254 characters a line
+
+// Releases the error library when the run ends, so that a process may run
+// the tool again (tests, benchmarks, fuzzers).
+struct ErrorLibrarySession {
+    ~ErrorLibrarySession() { nqerr_terminate(); }
+};
+
+struct TokenListDeleter {
+    void operator()(nqtoken_list* list) const { nqtoken_delete(list); }
+};
+
+int fatal(const RunContext& context, const char* message) {
+    nqerr_throw(context.errorHandler, NQERR_FATAL, "%s", message);
+    return kFailure;
+}
+
+int startUp(RunContext& context) {
+    if (nqerr_initialize() != 1) {
+        std::fputs("Problem initializing NQERR \n", context.err);
+        return kFailure;
+    }
+    if (nqerr_new(&context.debugHandler) != 1) {
+        std::fputs("Problem creating NQERR handler for debug\n", context.err);
+        return kFailure;
+    }
+    if (nqerr_new(&context.errorHandler) != 1) {
+        std::fputs("Problem creating NQERR handler for errors\n", context.err);
+        return kFailure;
+    }
+    if (nqerr_level(context.errorHandler, NQERR_DEBUG) != 1) {
+        std::fputs("Problem setting level for error handler\n", context.err);
+        return kFailure;
+    }
+    // The one start-up failure that does not end the run.
+    if (nqerr_file(context.errorHandler, context.err) != 1)
+        std::fputs("Problem setting file for error handler\n", context.err);
+    if (nqerr_level(context.debugHandler, NQERR_OFF) != 1)
+        return fatal(context, "Error setting level for debug error handler ");
+    if (nqtoken_initialize(context.errorHandler, NQERR_OFF) != 0)
+        return fatal(context, "Could not initialize the NQTOKEN libray \n");
+    return 0;
+}
+
+// Reads the definition line by line; a line too long for the buffer ends the
+// definition there, silently.
+int readDefinition(DefinitionSet& definitions, const RunContext& context, std::istream& input) {
+    char line[kLineBuffer];
+    int lineNumber = 0;
+    while (input.getline(line, kLineBuffer)) {
+        ++lineNumber;
+        nqtoken_list* made = nullptr;
+        if (nqtoken_new(&made, line, " \t\n", "\"", "#", 0, 0) != 0) {
+            nqerr_throw(context.errorHandler, NQERR_FATAL, "Cannot tokenize line %d of input file\n", lineNumber);
+            return kFailure;
+        }
+        std::unique_ptr<nqtoken_list, TokenListDeleter> tokens(made);
+        const int count = nqtoken_num(tokens.get());
+        for (int index = 0; index < count; ++index) {
+            const int directive = lookupDirective(definitions, context, nqtoken_get_token(tokens.get(), index));
+            if (directive >= 0) {
+                if (!changeMode(definitions, context, directive, lineNumber)) {
+                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Error with definition on line %d\n", lineNumber);
+                    return kFailure;
+                }
+            } else if (!handleArgumentToken(definitions, context, tokens.get(), index)) {
+                nqerr_throw(context.errorHandler, NQERR_FATAL, "Error processing command on line: %d\n", lineNumber);
+                if (definitions.currentKeyword != nullptr)
+                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Currently processing keyword: '%s'\n",
+                                definitions.currentKeyword->name.c_str());
+                if (definitions.currentOption != nullptr)
+                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Currently processing option: '%s'\n",
+                                definitions.currentOption->name.c_str());
+                return kFailure;
+            }
+        }
+    }
+    if (!changeMode(definitions, context, MODE_END_OF_INPUT, lineNumber)) return fatal(context, "Error with definition\n");
+    nqerr_throw(context.debugHandler, NQERR_DEBUG, "Have found %d keywords\n",
+                static_cast<int>(definitions.keywords.size()));
+    return 0;
+}
+
+int writeSources(const DefinitionSet& definitions, const RunContext& context) {
+    if (!writeIdHeader(definitions, context)) return fatal(context, "Error with writing ID file\n");
+    if (!writeSourceFiles(definitions, context)) return fatal(context, "Error with writing code file\n");
+    return 0;
+}
+
+int writeReference(DefinitionSet& definitions, const RunContext& context) {
+    if (!readAliasFile(definitions, context)) return fatal(context, "Error processing alias file\n");
+    definitions.sortForDocumentation();
+    if (!writeCommandIndex(definitions, context)) return fatal(context, "Error writing command index\n");
+    if (!writeCommandPages(definitions, context)) return fatal(context, "Error writing command html\n");
+    return 0;
+}
+
+}  // namespace
+
+int runQuillet(const std::vector<std::string>& arguments, std::istream& definition, RunContext context) {
+    bool htmlMode = false;
+    for (const std::string& argument : arguments) {
+        if (argument == "-h") {
+            // The unclosed bracket and trailing blank are the usage text as
+            // users' scripts know it.
+            std::fputs("usage: quillet [-h] ", context.err);
+            std::fputs("[-html] <infile \n", context.err);
+            return kFailure;
+        }
+        if (argument == "-html") htmlMode = true;
+        else std::fprintf(context.out, "quillet: Ignoring unrecognized argument:%s\n", argument.c_str());
+    }
+
+    ErrorLibrarySession errorLibrary;
+    if (int status = startUp(context); status != 0) return status;
+
+    DefinitionSet definitions;
+    buildDirectiveTables(definitions);
+    if (int status = readDefinition(definitions, context, definition); status != 0) return status;
+    return htmlMode ? writeReference(definitions, context) : writeSources(definitions, context);
+}
+
+}  // namespace quillet
