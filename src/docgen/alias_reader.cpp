@@ -1,0 +1,102 @@
+#include "docgen/alias_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iomanip>
+#include <locale>
+#include <string>
+
+#include "docgen/path_localize.h"
+#include "nqerr.h"
+
+namespace quillet {
+
+namespace {
+
+using PathBuffer = std::array<char, 1024>;
+
+// Appends as much of `text` as fits, always leaving room for the terminator,
+// so an over-long VELLUM_SRC yields a cut path instead of an overrun.
+void appendCut(PathBuffer& path, std::string_view text) {
+    std::size_t length = std::strlen(path.data());
+    std::size_t count = std::min(text.size(), path.size() - 1 - length);
+    std::memcpy(path.data() + length, text.data(), count);
+    path[length + count] = '\0';
+}
+
+// An unset VELLUM_SRC leaves the path empty, so the open fails and the
+// message names an empty path.
+PathBuffer composeAliasFilePath(const RunContext& context) {
+    PathBuffer path{};
+    if (context.vellumSrc) {
+        appendCut(path, *context.vellumSrc);
+        appendCut(path, "/orrery-src/");
+        appendCut(path, "data/res/alias.cmd");
+        nqfile_path_localize(path.data(), static_cast<int>(path.size()));
+    }
+    return path;
+}
+
+// Word extraction as the file format has always been read: blank-separated
+// in the C locale, at most 512 characters, a longer word read as two.
+bool readWord(std::istream& in, std::string& word) { return static_cast<bool>(in >> std::setw(512) >> word); }
+
+}  // namespace
+
+KeywordDef* findKeyword(const DefinitionSet& definitions, std::string_view name) {
+    auto found = std::find_if(definitions.keywords.begin(), definitions.keywords.end(),
+                              [name](const KeywordDef* keyword) { return keyword->name == name; });
+    return found == definitions.keywords.end() ? nullptr : *found;
+}
+
+bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
+    const PathBuffer path = composeAliasFilePath(context);
+    std::ifstream file(path.data());
+    if (!file) {
+        nqerr_throw(context.errorHandler, 5, "Error opening command aliases file: %s\n", path.data());
+        return false;
+    }
+    file.imbue(std::locale::classic());
+
+    // Each group is: an ignored word (a comment marker when it starts with
+    // '#'), the alias, the keyword. The first and third words share one
+    // variable, and failed extractions keep the previous values: a truncated
+    // last group still makes an alias from whatever the variables hold.
+    std::string word;
+    std::string aliasName;
+    char commentRest[255];
+    while (readWord(file, word)) {
+        if (word[0] == '#') {
+            // A rest of more than 254 characters fails the stream, which
+            // ends reading at the next word.
+            file.getline(commentRest, sizeof commentRest);
+            continue;
+        }
+        readWord(file, aliasName);
+        readWord(file, word);
+
+        KeywordDef* alias = definitions.newKeyword();
+        alias->name = aliasName;
+        alias->isAlias = true;
+        // Appended before the look-up, so an alias may name itself.
+        definitions.keywords.push_back(alias);
+
+        KeywordDef* target = findKeyword(definitions, word);
+        if (target == nullptr) {
+            nqerr_throw(context.errorHandler, 5, "The aliases file contains an unknown command keyword - \n");
+            std::fputs(" ??? ", context.out);
+            std::fwrite(word.data(), 1, word.size(), context.out);
+            std::fputc('\n', context.out);
+            std::fflush(context.out);
+            return false;
+        }
+        target->addAlias(alias);
+        alias->addAlias(target);
+    }
+    return true;
+}
+
+}  // namespace quillet

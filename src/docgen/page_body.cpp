@@ -1,0 +1,181 @@
+#include "docgen/page_body.h"
+
+#include <algorithm>
+#include <string>
+
+#include "docgen/page_frame.h"
+#include "docgen/text_escape.h"
+#include "nqerr.h"
+
+namespace quillet {
+
+namespace {
+
+bool isDocumented(const OptionDef* option) { return !option->readOnly; }
+
+bool reportUnknownType(const OptionDef& option, const RunContext& context) {
+    nqerr_throw(context.errorHandler, 5, "Unknown type: %d\n", typeNumber(option.type));
+    return false;
+}
+
+// The option's table, or null after reporting that there is none.
+const LookupTableDef* findOptionTable(const OptionDef& option, const DefinitionSet& definitions,
+                                      const RunContext& context) {
+    const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName);
+    if (table == nullptr)
+        nqerr_throw(context.errorHandler, 5, "Unknown lookup table name: '%s'\n", option.lookupTableName.c_str());
+    return table;
+}
+
+// The syntax line leaves out the first entry, which the valid values still
+// list; a table of fewer than two entries shows no names.
+void writeLookupChoices(std::ostream& out, const LookupTableDef& table) {
+    for (std::size_t i = 1; i < table.names.size(); ++i) {
+        if (i > 1) out << " | ";
+        out << escapeText(table.names[i]);
+    }
+}
+
+bool writeValuePlaceholder(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+                           const RunContext& context) {
+    switch (option.type) {
+    case OptionType::NQ_STRING_TYPE: out << "&lt;text&gt;"; return true;
+    case OptionType::NQ_BOOL_TYPE: out << "yes | no"; return true;
+    case OptionType::NQ_DOUBLE_TYPE: out << "&lt;x&gt;"; return true;
+    case OptionType::NQ_INT_TYPE:
+        if (!option.hasLookupTable) {
+            out << "&lt;n&gt;";
+        } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
+            writeLookupChoices(out, *table);
+        }
+        return true;
+    }
+    return reportUnknownType(option, context);
+}
+
+// A table without entries writes nothing and leaves the row open.
+void writeLookupValues(std::ostream& out, const LookupTableDef& table) {
+    for (std::size_t i = 0; i < table.names.size(); ++i) {
+        out << "<span class=\"UserType\">" << escapeText(table.names[i]);
+        out << (i + 1 < table.names.size() ? "</span><br/>\r\n" : "</span></td></tr>\r\n");
+    }
+}
+
+bool writeValidValues(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+                      const RunContext& context) {
+    switch (option.type) {
+    case OptionType::NQ_STRING_TYPE: out << "text strings<br/></td></tr>\r\n"; return true;
+    case OptionType::NQ_BOOL_TYPE:
+        out << "boolean (true|false; yes|no; y|n; on|off)<br/></td></tr>\r\n";
+        return true;
+    case OptionType::NQ_DOUBLE_TYPE: out << "reals<br/></td></tr>\r\n"; return true;
+    case OptionType::NQ_INT_TYPE:
+        if (!option.hasLookupTable) {
+            out << "integers<br/></td></tr>\r\n";
+        } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
+            writeLookupValues(out, *table);
+        }
+        return true;
+    }
+    return reportUnknownType(option, context);
+}
+
+template <typename Value>
+void writeDefaultLine(std::ostream& out, const Value& value) {
+    out << "<td valign=\"top\"><b>" << value << "</b><br/></td></tr>\r\n";
+}
+
+// A default that cannot be named leaves its row open.
+bool writeDefaultRow(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+                     const RunContext& context) {
+    out << "<tr align=\"left\"><td valign=\"top\">Default value: </td>\r\n";
+    switch (option.type) {
+    case OptionType::NQ_BOOL_TYPE: writeDefaultLine(out, option.boolDefault() ? "true" : "false"); return true;
+    case OptionType::NQ_DOUBLE_TYPE: writeDefaultLine(out, option.doubleDefault()); return true;
+    case OptionType::NQ_STRING_TYPE: writeDefaultLine(out, escapeText(option.stringDefault())); return true;
+    case OptionType::NQ_INT_TYPE:
+        if (!option.hasLookupTable) {
+            writeDefaultLine(out, option.intDefault());
+        } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
+            std::string entryName;
+            if (table->findNameByValue(option.intDefault(), entryName))
+                writeDefaultLine(out, entryName);
+            else
+                nqerr_throw(context.errorHandler, 5, "Default value not in lookup table: '%s'\n", table->name.c_str());
+        }
+        return true;
+    }
+    return reportUnknownType(option, context);
+}
+
+// Limits are shown as written, except on options tied to a lookup table.
+void writeLimitRows(std::ostream& out, const OptionDef& option) {
+    if (option.type == OptionType::NQ_INT_TYPE && option.hasLookupTable) return;
+    if (option.hasMinimum)
+        out << "<tr align=\"left\"><td valign=\"top\">Minimum: </td><td valign=\"top\">"
+            << escapeText(option.minimumText) << "<br/></td></tr>\r\n";
+    if (option.hasMaximum)
+        out << "<tr align=\"left\"><td valign=\"top\">Maximum: </td><td valign=\"top\">"
+            << escapeText(option.maximumText) << "<br/></td></tr>\r\n";
+}
+
+bool writeOptionEntry(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+                      const RunContext& context) {
+    out << "<dt><i>" << escapeText(option.name) << "</i></dt><br/>\r\n"
+        << "<dd>" << escapeText(option.description) << "</dd><br/>\r\n"
+        << "<dd><table summary=\"\"><tr align=\"left\"><td valign=\"top\">Valid values:</td><td>\r\n";
+    if (!writeValidValues(out, option, definitions, context)) return false;
+    if (option.hasDefault && !writeDefaultRow(out, option, definitions, context)) return false;
+    writeLimitRows(out, option);
+    out << "</table></dd><br/>\r\n";
+    return true;
+}
+
+bool writeOptionList(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+                     const RunContext& context) {
+    if (std::none_of(keyword.options.begin(), keyword.options.end(), isDocumented)) return true;
+    out << "<p>Options:</p>\r\n<dl>\r\n";
+    for (const OptionDef* option : keyword.options)
+        if (isDocumented(option) && !writeOptionEntry(out, *option, definitions, context)) return false;
+    out << "</dl>\r\n";
+    return true;
+}
+
+// A description without a synopsis is not shown.
+void writeOperands(std::ostream& out, const KeywordDef& keyword) {
+    const std::string synopsis = escapeText(keyword.operandSynopsis);
+    if (synopsis.empty()) return;
+    out << "<p>Operands:</p>\r\n<p>" << synopsis << "</p>\r\n";
+    const std::string description = escapeText(keyword.operandDescription);
+    if (!description.empty()) out << "<p>" << description << "</p>\r\n";
+}
+
+}  // namespace
+
+bool writeSyntax(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+                 const RunContext& context) {
+    out << "<p>Syntax: <b>" << escapeText(keyword.name) << "</b> ";
+    for (const OptionDef* option : keyword.options) {
+        if (!isDocumented(option)) continue;
+        out << "<i>" << escapeText(option->name) << "</i>= ";
+        if (!writeValuePlaceholder(out, *option, definitions, context)) return false;
+        out << ' ';
+    }
+    // Without operands the caller's closing tag follows on the same line.
+    if (!keyword.operandSynopsis.empty()) out << '[' << escapeText(keyword.operandSynopsis) << "]\r\n";
+    return true;
+}
+
+bool writeOptionDetails(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+                        const RunContext& context) {
+    if (!writeOptionList(out, keyword, definitions, context)) return false;
+    writeOperands(out, keyword);
+    if (keyword.hasAliases()) {
+        out << "<p>Aliases:\r\n";
+        writeAliasLinks(out, keyword);
+        out << "</p>\r\n";
+    }
+    return true;
+}
+
+}  // namespace quillet

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <ostream>
+#include <string_view>
+
+#include "model/keyword_def.h"
+
+namespace quillet {
+
+// The parts every topic shares. Every line ends in "\r\n" on every platform.
+
+// The nine head lines; `title` is written as it stands.
+void writePageHead(std::ostream& out, std::string_view title);
+
+// The navigation table written after the head and before the foot; its
+// PREV_KEYWORD / NEXT_KEYWORD placeholders are filled in by the
+// documentation project, not here.
+void writeNavigationTable(std::ostream& out);
+
+void writePageFoot(std::ostream& out);
+
+// One link per entry of the record's `aliases`, ordered by name, separated by
+// ", " and a line end; no line end after the last.
+void writeAliasLinks(std::ostream& out, const KeywordDef& record);
+
+}  // namespace quillet
