@@ -1,0 +1,156 @@
+#include "codegen/init_source_writer.h"
+
+#include <cstdint>
+#include <ios>
+
+#include "codegen/output_file.h"
+#include "nqerr.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr const char* kFileName = "nq_command_init.cxx";
+
+// Keywords are spread over at most this many numbered routines.
+constexpr std::uint32_t kMaxRoutines = 20;
+
+void writeRoutineOpening(std::ostream& out, int chunkNumber) {
+    out << "void NQ_Command::initialize" << chunkNumber
+        << "() \n{\n\tNQ_Keyword* current_keyword;\n\tNQ_Option* current_option;\n";
+}
+
+void writeRoutineClosing(std::ostream& out) { out << "\treturn;\n}\n"; }
+
+void writeLimits(std::ostream& out, const OptionDef& option, const char* castClass) {
+    if (option.hasMinimum)
+        out << "\t((" << castClass << " *)current_option)->setMinimumValue( " << option.minimumText << " );\n";
+    if (option.hasMaximum)
+        out << "\t((" << castClass << " *)current_option)->setMaximumValue( " << option.maximumText << " );\n";
+}
+
+// The constructor and the typed default and limit lines of one option;
+// false for a type outside the four known ones, before anything is written.
+bool writeTypedOption(std::ostream& out, const OptionDef& option) {
+    switch (option.type) {
+        case OptionType::NQ_INT_TYPE:
+            out << "\tcurrent_option = new NQ_IntOption( \"" << option.name << "\", " << option.id << " );\n";
+            if (option.hasDefault) out << "\tcurrent_option->setDefaultValue( " << option.intDefault() << " );\n";
+            writeLimits(out, option, "NQ_IntOption");
+            return true;
+        case OptionType::NQ_DOUBLE_TYPE:
+            out << "\tcurrent_option = new NQ_DoubleOption( \"" << option.name << "\", " << option.id << " );\n";
+            // showpoint stays set from here on; nothing else in the file is a double.
+            if (option.hasDefault)
+                out << "\tcurrent_option->setDefaultValue( " << std::showpoint << option.doubleDefault() << " );\n";
+            writeLimits(out, option, "NQ_DoubleOption");
+            return true;
+        case OptionType::NQ_BOOL_TYPE:
+            out << "\tcurrent_option = new NQ_BoolOption( \"" << option.name << "\", " << option.id << " );\n";
+            if (option.hasDefault)
+                out << (option.boolDefault() ? "\tcurrent_option->setDefaultValue( true );\n"
+                                             : "\tcurrent_option->setDefaultValue( false );\n");
+            return true;
+        case OptionType::NQ_STRING_TYPE:
+            out << "\tcurrent_option = new NQ_StringOption( \"" << option.name << "\", " << option.id << " );\n";
+            if (option.hasDefault)
+                out << "\tcurrent_option->setDefaultValue( \"" << option.stringDefault() << "\" );\n";
+            return true;
+    }
+    return false;
+}
+
+bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+                 const RunContext& context) {
+    out << "\t//Option: " << option.name << '\n';
+    if (!writeTypedOption(out, option)) {
+        nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown type: %d\n", typeNumber(option.type));
+        return false;
+    }
+    if (option.hasLookupTable) {
+        // A missing table is reported but does not stop the generation.
+        if (const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName))
+            writeLookupValues(*table, out);
+        else
+            nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown lookup table name: '%s'\n",
+                        option.lookupTableName.c_str());
+    }
+    if (option.lookupCaseSensitive) out << "\tcurrent_option->makeLookupCaseSensitive( );\n";
+    if (option.readOnly) out << "\tcurrent_option->makeReadOnly( );\n";
+    out << "\tcurrent_keyword->addOption( current_option );\n\n";
+    return true;
+}
+
+void writeKeywordFlags(std::ostream& out, const KeywordDef& keyword) {
+    if (keyword.operandsAreModelName)
+        out << "\tcurrent_keyword->setOperandsAsModelName();\n\tcurrent_keyword->setNumberTokensInModelName("
+            << keyword.numTokensInModelName << ");\n";
+    if (keyword.noNewModel) out << "\tcurrent_keyword->setNoNewModel();\n";
+    if (!keyword.noBlankOperands) out << "\tcurrent_keyword->setAcceptBlankOperands();\n";
+    if (keyword.operandsNeedFormatting) out << "\tcurrent_keyword->setOperandsNeedFormatting();\n";
+    if (keyword.operandsReverseForName) out << "\tcurrent_keyword->setOperandsReverseForName();\n";
+    if (keyword.noDefaults) out << "\tcurrent_keyword->setNoDefaults();\n";
+    if (keyword.noOptions) out << "\tcurrent_keyword->setNoOptions();\n";
+    if (keyword.preserveOperands) out << "\tcurrent_keyword->setPreserveOperands();\n";
+    if (keyword.deprecated) out << "\tcurrent_keyword->setDeprecated();\n";
+    if (keyword.isDelete) out << "\tcurrent_keyword->makeDeleteKeyword();\n";
+    if (keyword.isRename) out << "\tcurrent_keyword->makeRenameKeyword();\n";
+}
+
+bool writeKeyword(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+                  const RunContext& context) {
+    out << "\n\t// Keyword: " << keyword.name << "\n\tcurrent_keyword = new NQ_Keyword (\"" << keyword.name << "\", "
+        << keyword.id << ", \"" << keyword.summary << "\" ); \n\n";
+    for (const OptionDef* option : keyword.options)
+        if (!writeOption(out, *option, definitions, context)) return false;
+    writeKeywordFlags(out, keyword);
+    out << "\taddKeyword( current_keyword );\n\n\n";
+    return true;
+}
+
+}  // namespace
+
+void writeLookupValues(const LookupTableDef& table, std::ostream& out) {
+    for (std::size_t i = 0; i < table.size(); ++i)
+        out << "\tcurrent_option->addLookupTableValue(  \"" << table.names[i] << "\", " << table.values[i] << " );\n";
+}
+
+bool writeInitSource(const DefinitionSet& definitions, const RunContext& context, std::ofstream& out) {
+    if (!openOutputFile(out, context, kFileName)) return false;
+
+    out << "//\t This file created by 'quillet'\n"
+           "//\t It contains the function NQ_Command::initialize() \n"
+           "//\t DO NOT EDIT THIS FILE BY HAND!\n"
+           "#include \"nq_command.h\"\n"
+           "#include \"nq_command_id.h\"\n"
+           "\n\n\n"
+           "//***************************************************\n";
+
+    const auto chunkSize = static_cast<std::int32_t>(static_cast<std::uint32_t>(definitions.keywords.size()) /
+                                                         kMaxRoutines +
+                                                     1);
+    std::int32_t chunkNumber = 0;
+    std::int32_t keywordsInChunk = 0;
+    bool chunkJustClosed = false;
+    for (const KeywordDef* keyword : definitions.keywords) {
+        chunkJustClosed = false;
+        if (keywordsInChunk == 0) writeRoutineOpening(out, ++chunkNumber);
+        if (!writeKeyword(out, *keyword, definitions, context)) return false;
+        if (++keywordsInChunk == chunkSize) {
+            writeRoutineClosing(out);
+            keywordsInChunk = 0;
+            chunkJustClosed = true;
+        }
+    }
+    // Also taken when there is no keyword at all: an empty definition gets a
+    // closing with no routine opened, which is its defined output.
+    if (!chunkJustClosed) writeRoutineClosing(out);
+
+    out << "\n\nvoid NQ_Command::initialize() \n{\n";
+    for (std::int32_t k = 1; k <= chunkNumber; ++k) out << "\tinitialize" << k << "();\n";
+    out << "\treturn;\n}\n";
+    out.close();
+    return true;
+}
+
+}  // namespace quillet
