@@ -19,10 +19,9 @@ extern "C" int nqerr_vthrow(int handle, unsigned int level, const char* format, 
     if (level < record->level) return 1;
 
     char message[messageBufferSize];
+    // The prefix is at most 511 characters, so the head always fits.
     int head = std::snprintf(message, sizeof message, "%s%s ", record->prefix.c_str(), levelName(level));
-    size_t headLength = std::strlen(message);
-    if (head >= 0 && headLength < sizeof message - 1)
-        std::vsnprintf(message + headLength, sizeof message - headLength, format, args);
+    std::vsnprintf(message + head, sizeof message - static_cast<size_t>(head), format, args);
     // Messages are C strings throughout: a NUL produced by the format ends the text.
     size_t length = std::strlen(message);
 

@@ -16,9 +16,6 @@ struct MemoryStream {
     size_t size = 0;
     FILE* stream = open_memstream(&data, &size);
 
-    MemoryStream() = default;
-    MemoryStream(const MemoryStream&) = delete;
-    MemoryStream& operator=(const MemoryStream&) = delete;
     ~MemoryStream() {
         std::fclose(stream);
         std::free(data);
@@ -29,17 +26,22 @@ struct MemoryStream {
     }
 };
 
+// The handler's queue, or "<off>" when its queue is off.
+inline std::string queued(int handle) {
+    char* text = nullptr;
+    if (!nqerr_queue_get(handle, &text)) return "<off>";
+    std::string copy = text;
+    std::free(text);
+    return copy;
+}
+
 class NqerrTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(nqerr_initialize(), 1); }
     void TearDown() override {
         while (nqerr_refcount() > 0) nqerr_terminate();
-        // The default handler outlives termination; put back what the tests changed.
+        // The default handler outlives termination; put back the stream the tests change.
         nqerr_file(NQERR_DEFAULT_HANDLER, stderr);
-        nqerr_level(NQERR_DEFAULT_HANDLER, NQERR_WARNING);
-        nqerr_prefix(NQERR_DEFAULT_HANDLER, "");
-        nqerr_queue_on(NQERR_DEFAULT_HANDLER, 0);
-        nqerr_errclear(NQERR_DEFAULT_HANDLER);
     }
     // A new handler writing to `out` from `level` up.
     static int handlerInto(MemoryStream& out, unsigned int level = NQERR_WARNING) {
