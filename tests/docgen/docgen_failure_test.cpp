@@ -3,7 +3,6 @@
 // model lacks, and VELLUM_SRC values too long for the path buffer.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <sstream>
 
@@ -11,11 +10,12 @@
 #include "docgen/command_index_writer.h"
 #include "docgen/page_body.h"
 #include "docgen/page_writer.h"
-#include "nqerr.h"
+#include "support/error_capture.h"
 #include "support/tool_process.h"
 
 namespace fs = std::filesystem;
 using namespace quillet;
+using quillet::testing::ErrorCapture;
 using quillet::testing::readFile;
 using quillet::testing::ScratchDir;
 
@@ -23,27 +23,7 @@ namespace {
 
 class DocgenFailure : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(nqerr_initialize(), 1);
-        ASSERT_EQ(nqerr_new(&context_.errorHandler), 1);
-        ASSERT_EQ(nqerr_level(context_.errorHandler, NQERR_DEBUG), 1);
-        messages_ = std::tmpfile();
-        ASSERT_NE(messages_, nullptr);
-        ASSERT_EQ(nqerr_file(context_.errorHandler, messages_), 1);
-        context_.outputDir = scratch_.path();
-    }
-    void TearDown() override {
-        nqerr_terminate();
-        if (messages_ != nullptr) std::fclose(messages_);
-    }
-
-    std::string messages() {
-        std::string text;
-        std::fflush(messages_);
-        std::rewind(messages_);
-        for (int c; (c = std::fgetc(messages_)) != EOF;) text.push_back(static_cast<char>(c));
-        return text;
-    }
+    DocgenFailure() { context_.outputDir = scratch_.path(); }
 
     KeywordDef& addKeyword(const std::string& name) {
         KeywordDef* keyword = definitions_.newKeyword();
@@ -60,9 +40,9 @@ protected:
     }
 
     ScratchDir scratch_;
-    RunContext context_;
+    ErrorCapture capture_;
+    RunContext& context_ = capture_.context();
     DefinitionSet definitions_;
-    std::FILE* messages_ = nullptr;
 };
 
 TEST_F(DocgenFailure, UnopenableFilesAreReportedByFileNameAndStopTheWriter) {
@@ -73,7 +53,7 @@ TEST_F(DocgenFailure, UnopenableFilesAreReportedByFileNameAndStopTheWriter) {
     EXPECT_FALSE(writeCommandIndex(definitions_, context_));
     EXPECT_FALSE(writeCommandPages(definitions_, context_));
 
-    EXPECT_EQ(messages(), "FATAL Error opening file: Commands.fltoc\nFATAL Error opening file: j.html\n");
+    EXPECT_EQ(capture_.messages(), "FATAL Error opening file: Commands.fltoc\nFATAL Error opening file: j.html\n");
     for (char letter = 'a'; letter <= 'i'; ++letter)
         EXPECT_TRUE(fs::is_regular_file(scratch_.path() / (std::string(1, letter) + ".html"))) << letter;
     EXPECT_FALSE(fs::exists(scratch_.path() / "k.html"));
@@ -89,7 +69,7 @@ TEST_F(DocgenFailure, UnknownOptionTypeLeavesAPartialTopicAndStops) {
 
     EXPECT_FALSE(writeCommandPages(definitions_, context_));
 
-    EXPECT_EQ(messages(), "FATAL Unknown type: 7\nFATAL Error writing keyword syntax for draw");
+    EXPECT_EQ(capture_.messages(), "FATAL Unknown type: 7\nFATAL Error writing keyword syntax for draw");
     EXPECT_TRUE(fs::exists(scratch_.path() / "later.html"));
     const std::string topic = readFile(scratch_.path() / "draw.html");
     const std::string tail = "<h1 class=\"title\">draw</h1>\r\n<p></p>\r\n<p>Syntax: <b>draw</b> <i>a</i>= &lt;n&gt; <i>b</i>= ";
@@ -124,7 +104,7 @@ TEST_F(DocgenFailure, MissingLookupTableIsReportedAtEachUseAndNeverCreated) {
               "<tr align=\"left\"><td valign=\"top\">Default value: </td>\r\n"
               "</table></dd><br/>\r\n</dl>\r\n");
     const std::string report = "FATAL Unknown lookup table name: 'Colours'\n";
-    EXPECT_EQ(messages(), report + report + report);
+    EXPECT_EQ(capture_.messages(), report + report + report);
     EXPECT_TRUE(definitions_.lookupTables.empty());
 }
 
@@ -137,7 +117,7 @@ TEST_F(DocgenFailure, OverLongVellumSrcIsCutToTheBuffer) {
     EXPECT_FALSE(readAliasFile(definitions_, context_));
 
     const std::string message = "FATAL Error opening command aliases file: ";
-    EXPECT_EQ(messages(), message + std::string(993, 'v') + "/orrery-src/data/res/alias.cmd\n" +
+    EXPECT_EQ(capture_.messages(), message + std::string(993, 'v') + "/orrery-src/data/res/alias.cmd\n" +
                               message + std::string(994, 'v') + "/orrery-src/data/res/alias.cm\n" +
                               message + std::string(1023, 'v') + "\n");
 }
