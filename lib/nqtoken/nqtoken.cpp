@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string>
 #include <vector>
@@ -14,9 +15,11 @@ struct nqtoken_list {
 
 namespace {
 
-enum CharClass : unsigned char { Plain = 0, Separator = 1, Quote = 2, Comment = 3 };
+enum CharClass : unsigned char { Plain = 0, Separator, Quote, Comment, End };
 
-void mark(CharClass (&classes)[256], const char* set, CharClass charClass) {
+using CharClasses = CharClass[256];
+
+void mark(CharClasses& classes, const char* set, CharClass charClass) {
     if (set == nullptr) return;
     for (const unsigned char* c = reinterpret_cast<const unsigned char*>(set); *c != 0; ++c) {
         if (classes[*c] == Plain) classes[*c] = charClass;
@@ -28,42 +31,60 @@ const char* word(const nqtoken_list* list, int index) {
     return list->text.c_str() + list->starts[static_cast<std::size_t>(index)];
 }
 
-// Splits `line` into `list`; false when a quoted section is left open.
-bool split(nqtoken_list& list, const char* line, const CharClass (&classes)[256]) {
+// Splits `line` into `list`; false when a quoted section is left open. Runs
+// of ordinary characters are copied at once: this is the reader's hot loop.
+bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
+    auto classOf = [&](const char* p) { return classes[static_cast<unsigned char>(*p)]; };
     bool inWord = false;
-    auto openWord = [&] {
-        if (!inWord) list.starts.push_back(list.text.size());
-        inWord = true;
-    };
-    auto closeWord = [&] {
-        if (inWord) list.text.push_back('\0');
-        inWord = false;
-    };
-    for (const char* p = line; *p != 0; ++p) {
-        switch (classes[static_cast<unsigned char>(*p)]) {
-        case Separator:
-            closeWord();
-            break;
+    const char* p = line;
+    for (;;) {
+        switch (classOf(p)) {
+        case End:
         case Comment:
-            closeWord();
+            if (inWord) list.text.push_back('\0');
             return true;
+        case Separator:
+            if (inWord) list.text.push_back('\0');
+            inWord = false;
+            ++p;
+            break;
         case Quote: {
-            const char* close = p + 1;
-            while (*close != 0 && *close != *p) ++close;
-            if (*close == 0) return false;
-            openWord();
+            const char* close = std::strchr(p + 1, *p);
+            if (close == nullptr) return false;
+            if (!inWord) list.starts.push_back(list.text.size());
+            inWord = true;
             list.text.append(p + 1, close);
-            p = close;
+            p = close + 1;
             break;
         }
-        case Plain:
-            openWord();
-            list.text.push_back(*p);
+        case Plain: {
+            const char* run = p;
+            while (classOf(p) == Plain) ++p;
+            if (!inWord) list.starts.push_back(list.text.size());
+            inWord = true;
+            list.text.append(run, p);
             break;
+        }
         }
     }
-    closeWord();
-    return true;
+}
+
+// One released list is kept for the next line, which spares the reader an
+// allocation per line.
+nqtoken_list* spareList = nullptr;
+
+nqtoken_list* takeList() {
+    nqtoken_list* list = spareList;
+    spareList = nullptr;
+    if (list == nullptr) return new (std::nothrow) nqtoken_list;
+    list->text.clear();
+    list->starts.clear();
+    return list;
+}
+
+void releaseList(nqtoken_list* list) {
+    if (spareList == nullptr) spareList = list;
+    else delete list;
 }
 
 }  // namespace
@@ -78,14 +99,15 @@ int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, c
                 const char* comments, int, int) {
     if (list == nullptr) return 1;
     *list = nullptr;
-    CharClass classes[256] = {};
+    CharClasses classes = {};
+    classes[0] = End;
     mark(classes, quotes, Quote);
     mark(classes, comments, Comment);
     mark(classes, separators, Separator);
-    auto* made = new (std::nothrow) nqtoken_list;
+    nqtoken_list* made = takeList();
     if (made == nullptr) return 1;
     if (line != nullptr && !split(*made, line, classes)) {
-        delete made;
+        releaseList(made);
         return 1;
     }
     *list = made;
@@ -127,7 +149,7 @@ int nqtoken_get_double(const nqtoken_list* list, int index, double* value) {
 }
 
 int nqtoken_delete(nqtoken_list* list) {
-    delete list;
+    if (list != nullptr) releaseList(list);
     return 0;
 }
 

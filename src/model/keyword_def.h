@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/option_def.h"
@@ -43,14 +44,14 @@ struct KeywordDef {
 
     // An empty word (a quoted "") adds nothing to the description, while the
     // other texts get a lone blank for it; authors rely on both.
-    void appendDescription(const std::string& word) {
+    void appendDescription(std::string_view word) {
         if (!word.empty()) description.append(word).push_back(' ');
     }
-    void appendSummary(const std::string& word) { summary.append(word).push_back(' '); }
-    void appendOperandDescription(const std::string& word) {
+    void appendSummary(std::string_view word) { summary.append(word).push_back(' '); }
+    void appendOperandDescription(std::string_view word) {
         operandDescription.append(word).push_back(' ');
     }
-    void appendOperandSynopsis(const std::string& word) { operandSynopsis.append(word).push_back(' '); }
+    void appendOperandSynopsis(std::string_view word) { operandSynopsis.append(word).push_back(' '); }
 
     void addOption(OptionDef* option) { options.push_back(option); }
     void addAlias(KeywordDef* alias) { aliases.push_back(alias); }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "model/option_type.h"
@@ -38,9 +39,9 @@ struct OptionDef {
     OptionDef& operator=(const OptionDef&) = delete;
 
     // Unlike a keyword's description, an option's takes empty words too.
-    void appendDescription(const std::string& word) { description.append(word).push_back(' '); }
+    void appendDescription(std::string_view word) { description.append(word).push_back(' '); }
 
-    void setLookupTable(const std::string& tableName) {
+    void setLookupTable(std::string_view tableName) {
         hasLookupTable = true;
         lookupTableName = tableName;
     }

@@ -1,6 +1,7 @@
 #include "reader/argument_handler.h"
 
 #include <string>
+#include <string_view>
 
 #include "nqerr.h"
 #include "reader/directive.h"
@@ -10,8 +11,10 @@ namespace quillet {
 
 namespace {
 
-bool fail(const RunContext& context, const char* format, const std::string& text) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, format, text.c_str());
+// Every token comes from the tokenizer, so its view ends at a NUL and its
+// data() can be printed with %s.
+bool fail(const RunContext& context, const char* format, std::string_view text) {
+    nqerr_throw(context.errorHandler, NQERR_FATAL, format, text.data());
     return false;
 }
 
@@ -22,12 +25,12 @@ bool fail(const RunContext& context, const char* message) {
 
 // Reports a name that is already registered; the registered text is the
 // token itself, as the registries match exactly.
-bool conflict(const RunContext& context, const char* first, const char* second, const std::string& token) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, first, token.c_str());
+bool conflict(const RunContext& context, const char* first, const char* second, std::string_view token) {
+    nqerr_throw(context.errorHandler, NQERR_FATAL, first, token.data());
     return fail(context, second, token);
 }
 
-bool keywordArgument(DefinitionSet& defs, const RunContext& context, const std::string& token) {
+bool keywordArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     KeywordDef& keyword = *defs.currentKeyword;
     ++defs.keywordArgCount;
     if (defs.keywordArgCount > 2) {
@@ -37,21 +40,21 @@ bool keywordArgument(DefinitionSet& defs, const RunContext& context, const std::
     if (defs.keywordArgCount == 1) {
         if (defs.keywordNames.contains(token))
             return conflict(context, "Keyword name '%s' is not unique\n", "Conflict found with : '%s'\n", token);
-        defs.keywordNames.insert(token);
+        defs.keywordNames.emplace(token);
         keyword.name = token;
-        nqerr_throw(context.debugHandler, NQERR_DEBUG, "Creating keyword: '%s'\n", token.c_str());
+        nqerr_throw(context.debugHandler, NQERR_DEBUG, "Creating keyword: '%s'\n", token.data());
         return true;
     }
     if (defs.idNames.contains(token))
         return conflict(context, "ID name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
-    defs.idNames.insert(token);
+    defs.idNames.emplace(token);
     keyword.id = token;
     keyword.isComplete = true;
     return true;
 }
 
 bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoken_list* tokens, int index,
-                    const std::string& token) {
+                    std::string_view token) {
     if (defs.currentKeyword == nullptr) return fail(context, "The OPTION: command must be specified after a KEYWORD:\n");
     OptionDef& option = *defs.currentOption;
     ++defs.optionArgCount;
@@ -61,14 +64,14 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
         if (defs.optionNames.contains(token))
             return conflict(context, "Option name '%s' is not unique to three letters\n", "Conflict with: '%s' \n",
                             token);
-        defs.optionNames.insert(token);
+        defs.optionNames.emplace(token);
         option.name = token;
-        nqerr_throw(context.debugHandler, NQERR_DEBUG, "  Creating option: '%s'\n", token.c_str());
+        nqerr_throw(context.debugHandler, NQERR_DEBUG, "  Creating option: '%s'\n", token.data());
         return true;
     case 2:
         if (defs.idNames.contains(token))
             return conflict(context, "ID name '%s' is not unique:\n", "Conflict is with: '%s' \n", token);
-        defs.idNames.insert(token);
+        defs.idNames.emplace(token);
         option.id = token;
         return true;
     case 3: {
@@ -91,7 +94,7 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
     }
 }
 
-bool textArgument(DefinitionSet& defs, const RunContext& context, int mode, const std::string& token) {
+bool textArgument(DefinitionSet& defs, const RunContext& context, int mode, std::string_view token) {
     KeywordDef* keyword = defs.currentKeyword;
     if (mode == OPT_DESCRIPTION) {
         if (keyword == nullptr || defs.currentOption == nullptr)
@@ -122,7 +125,7 @@ bool textArgument(DefinitionSet& defs, const RunContext& context, int mode, cons
     }
 }
 
-bool modelNameArgument(DefinitionSet& defs, const RunContext& context, const std::string& token) {
+bool modelNameArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     if (defs.currentKeyword == nullptr)
         return fail(context, "The setNumTokensInModelName: command must be specified after   a KEYWORD: command\n");
     ++defs.modelNameArgCount;
@@ -132,7 +135,7 @@ bool modelNameArgument(DefinitionSet& defs, const RunContext& context, const std
     return true;
 }
 
-bool optLookupArgument(DefinitionSet& defs, const RunContext& context, const std::string& token) {
+bool optLookupArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     if (defs.currentKeyword == nullptr || defs.currentOption == nullptr)
         return fail(context, "The OPT_LOOKUP: command must be specified after a KEYWORD:    and OPTION: command\n");
     OptionDef& option = *defs.currentOption;
@@ -163,7 +166,7 @@ bool optLookupArgument(DefinitionSet& defs, const RunContext& context, const std
     return true;
 }
 
-bool limitArgument(DefinitionSet& defs, const RunContext& context, int mode, const std::string& token) {
+bool limitArgument(DefinitionSet& defs, const RunContext& context, int mode, std::string_view token) {
     const bool minimum = mode == OPT_MINIMUM;
     if (defs.currentKeyword == nullptr || defs.currentOption == nullptr)
         return fail(context, minimum ? "The OPT_MINIMUM: command must be specified after a KEYWORD:"
@@ -181,29 +184,30 @@ bool limitArgument(DefinitionSet& defs, const RunContext& context, int mode, con
                     minimum ? "OPT_MINIMUM: requires only a single argument: '%s' is unknown\n"
                             : "OPT_MAXIMUM: requires only a single argument: '%s' is unknown\n",
                     token);
-    if (minimum ? !setMinimum(defs, context, option, token) : !setMaximum(defs, context, option, token))
+    const std::string text(token);
+    if (minimum ? !setMinimum(defs, context, option, text) : !setMaximum(defs, context, option, text))
         return fail(context, minimum ? "OPT_MINIMUM: invalid value: '%s' \n" : "OPT_MAXIMUM: invalid value: '%s' \n",
                     token);
     return true;
 }
 
-bool lookupArgument(DefinitionSet& defs, const RunContext& context, const std::string& token) {
+bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     ++defs.lookupArgCount;
     if (defs.lookupArgCount == 1 && !defs.lookupTableStarted) {
         if (defs.idNames.contains(token))
             return conflict(context, "Lookup name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
-        defs.idNames.insert(token);
+        defs.idNames.emplace(token);
         defs.lookupTableStarted = true;
         defs.lookupArgCount = 0;
-        defs.currentLookupTable = defs.newLookupTable(token);
-        defs.lookupTables[token] = defs.currentLookupTable;
+        defs.currentLookupTable = defs.newLookupTable(std::string(token));
+        defs.lookupTables.emplace(token, defs.currentLookupTable);
         return true;
     }
     switch (defs.lookupArgCount) {
     case 1:
         if (defs.idNames.contains(token))
             return conflict(context, "Lookup id '%s' is not unique:\n", "Conflict with:'%s'\n", token);
-        defs.idNames.insert(token);
+        defs.idNames.emplace(token);
         defs.pendingEntryId = token;
         return true;
     case 2:
@@ -211,7 +215,7 @@ bool lookupArgument(DefinitionSet& defs, const RunContext& context, const std::s
         return true;
     default: {
         std::int64_t parsed = 0;
-        if (parseNumber(token, parsed) != 0) return fail(context, "Value could not be parsed: '%s'\n", token);
+        if (parseNumber(std::string(token), parsed) != 0) return fail(context, "Value could not be parsed: '%s'\n", token);
         LookupTableDef& table = *defs.currentLookupTable;
         const std::int32_t value = low32(parsed);
         table.addEntry(defs.pendingEntryId, defs.pendingEntryName, value);
@@ -226,7 +230,7 @@ bool lookupArgument(DefinitionSet& defs, const RunContext& context, const std::s
 }  // namespace
 
 bool handleArgumentToken(DefinitionSet& defs, const RunContext& context, const nqtoken_list* tokens, int index) {
-    const std::string token = nqtoken_get_token(tokens, index);
+    const std::string_view token = nqtoken_get_token(tokens, index);
     switch (defs.mode) {
     case KEYWORD:
         return keywordArgument(defs, context, token);
