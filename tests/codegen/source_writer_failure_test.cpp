@@ -3,16 +3,16 @@
 // tables that an option names but the model lacks.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 
 #include "codegen/id_header_writer.h"
 #include "codegen/source_writer.h"
-#include "nqerr.h"
+#include "support/error_capture.h"
 #include "support/tool_process.h"
 
 namespace fs = std::filesystem;
 using namespace quillet;
+using quillet::testing::ErrorCapture;
 using quillet::testing::readFile;
 using quillet::testing::ScratchDir;
 using quillet::testing::writeFile;
@@ -21,27 +21,9 @@ namespace {
 
 class SourceWriterFailure : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(nqerr_initialize(), 1);
-        ASSERT_EQ(nqerr_new(&context_.errorHandler), 1);
-        ASSERT_EQ(nqerr_level(context_.errorHandler, NQERR_DEBUG), 1);
-        messages_ = std::tmpfile();
-        ASSERT_NE(messages_, nullptr);
-        ASSERT_EQ(nqerr_file(context_.errorHandler, messages_), 1);
-        context_.outputDir = scratch_.path();
-    }
-    void TearDown() override {
-        nqerr_terminate();
-        if (messages_ != nullptr) std::fclose(messages_);
-    }
+    void SetUp() override { context_.outputDir = scratch_.path(); }
 
-    std::string messages() {
-        std::string text;
-        std::fflush(messages_);
-        std::rewind(messages_);
-        for (int c; (c = std::fgetc(messages_)) != EOF;) text.push_back(static_cast<char>(c));
-        return text;
-    }
+    std::string messages() { return capture_.messages(); }
     std::string output(const char* file) { return readFile(scratch_.path() / file); }
 
     KeywordDef& addKeyword(const char* name, const char* id) {
@@ -60,10 +42,10 @@ protected:
         return *option;
     }
 
+    ErrorCapture capture_;
+    RunContext& context_ = capture_.context();
     ScratchDir scratch_;
-    RunContext context_;
     DefinitionSet definitions_;
-    std::FILE* messages_ = nullptr;
 };
 
 const std::string kIdDefinitionsHead =
