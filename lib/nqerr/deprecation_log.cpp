@@ -2,17 +2,15 @@
 #include "nqerr_internal.h"
 
 #include <cstdlib>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
 
 namespace {
 
-// Read from the environment once per process; later lifetimes of the library keep the answer.
-bool deprecationEnabled() {
-    static const bool enabled = std::getenv("VELLUM_DEPRECATION_WARNING") != nullptr;
-    return enabled;
-}
+// Off until the library first starts, which reads the environment; later lifetimes keep the answer.
+std::optional<bool> deprecationEnabled;
 
 // Keyed by the file-name pointer, not its text: each compiled call site passes its own literal.
 std::set<std::pair<const char*, int>>& warnedSites() {
@@ -31,14 +29,15 @@ int setUpDeprecation() {
         nqerr_throw(NQERR_DEFAULT_HANDLER, NQERR_FATAL, "Could not get deprecation error handler");
         return status;
     }
-    if (deprecationEnabled()) nqerr_file(handle, stderr);
+    if (!deprecationEnabled) deprecationEnabled = std::getenv("VELLUM_DEPRECATION_WARNING") != nullptr;
+    if (*deprecationEnabled) nqerr_file(handle, stderr);
     return status;
 }
 
 }  // namespace vellum::nqlibs::detail
 
 extern "C" int nqlog_deprecation_warning(const char* file, int line, const char* function, const char* format, ...) {
-    if (!deprecationEnabled()) return 1;
+    if (!deprecationEnabled.value_or(false)) return 1;
     if (!warnedSites().emplace(file, line).second) return 1;
 
     std::string composed = std::string("DEPRECATION for ") + function + " (" + file + ":" + std::to_string(line) +
