@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""Benchmarks quillet against the I/O floor of the same work.
+
+usage: bench/run.py [--sizes 1000 10000 100000] [--options 10] [--repeat 3]
+
+Builds a Release quillet in build-bench/, generates a definition and an
+aliases file per size (bench/generate.py; kept in build-bench/data/), then
+for each size and output path (default and -html) measures, in one go:
+
+- quillet: wall time and peak resident memory of the run;
+- its floor: `cat` of the same input to /dev/null plus `cp -r` of the
+  finished output set into a fresh directory, that is reading the same bytes
+  and writing the same bytes and files with plain system tools.
+
+Each figure is the best of --repeat runs. Prints input size, output size,
+wall time, peak memory, floor and the ratio of quillet to its floor.
+"""
+import argparse
+import os
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+BUILD = os.path.join(ROOT, "build-bench")
+
+
+def build():
+    subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DQUILLET_BUILD_TESTS=OFF"],
+                   check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "-j", "2"], check=True,
+                   stdout=subprocess.DEVNULL)
+    return os.path.join(BUILD, "src", "quillet")
+
+
+def generate(keywords, options):
+    data = os.path.join(BUILD, "data")
+    os.makedirs(data, exist_ok=True)
+    definition = os.path.join(data, "k%d_o%d.def" % (keywords, options))
+    root = os.path.join(data, "k%d_o%d_src" % (keywords, options))
+    aliases = os.path.join(root, "orrery-src", "data", "res", "alias.cmd")
+    if not (os.path.exists(definition) and os.path.exists(aliases)):
+        os.makedirs(os.path.dirname(aliases), exist_ok=True)
+        subprocess.run([sys.executable, os.path.join(ROOT, "bench", "generate.py"), str(keywords), definition,
+                        aliases, "--options", str(options)], check=True)
+    return definition, root
+
+
+def timed(argv, stdin_path=None, cwd=None, env=None):
+    """Runs argv; returns (wall seconds, peak RSS in bytes)."""
+    stdin = open(stdin_path, "rb") if stdin_path else subprocess.DEVNULL
+    start = time.perf_counter()
+    process = subprocess.Popen(argv, stdin=stdin, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               cwd=cwd, env=env)
+    _, status, usage = os.wait4(process.pid, 0)
+    wall = time.perf_counter() - start
+    if stdin_path:
+        stdin.close()
+    if os.waitstatus_to_exitcode(status) != 0:
+        raise SystemExit("failed: %s" % " ".join(argv))
+    return wall, usage.ru_maxrss * 1024
+
+
+def fresh(path):
+    shutil.rmtree(path, ignore_errors=True)
+    os.makedirs(path)
+    return path
+
+
+def tree_size(path):
+    total = files = 0
+    for entry in os.scandir(path):
+        total += entry.stat().st_size
+        files += 1
+    return total, files
+
+
+def measure(quillet, definition, arguments, env, work, repeat):
+    best_run = best_floor = None
+    peak = 0
+    for _ in range(repeat):
+        out = fresh(os.path.join(work, "out"))
+        wall, rss = timed([quillet] + arguments, stdin_path=definition, cwd=out, env=env)
+        best_run = wall if best_run is None else min(best_run, wall)
+        peak = max(peak, rss)
+        copy = os.path.join(work, "copy")
+        shutil.rmtree(copy, ignore_errors=True)
+        read_wall, _ = timed(["sh", "-c", 'cat "$0" > /dev/null', definition])
+        copy_wall, _ = timed(["cp", "-r", out, copy])
+        floor = read_wall + copy_wall
+        best_floor = floor if best_floor is None else min(best_floor, floor)
+    size, files = tree_size(out)
+    return best_run, peak, best_floor, size, files
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--sizes", type=int, nargs="+", default=[1000, 10000, 100000])
+    parser.add_argument("--options", type=int, default=10)
+    parser.add_argument("--repeat", type=int, default=3)
+    args = parser.parse_args()
+
+    quillet = build()
+    work = os.path.join(BUILD, "work")
+    print("%-9s %-7s %9s %10s %7s %9s %9s %8s %6s %7s" % ("keywords", "path", "input MB", "output MB", "files",
+                                                           "wall s", "floor s", "x floor", "RSS MB", "x input"))
+    for keywords in args.sizes:
+        definition, aliases_root = generate(keywords, args.options)
+        input_size = os.path.getsize(definition)
+        for path, arguments in (("default", []), ("-html", ["-html"])):
+            env = dict(os.environ, VELLUM_SRC=aliases_root)
+            wall, peak, floor, size, files = measure(quillet, definition, arguments, env, work, args.repeat)
+            print("%-9d %-7s %9.1f %10.1f %7d %9.3f %9.3f %8.2f %6.0f %7.2f" % (
+                keywords, path, input_size / 1e6, size / 1e6, files, wall, floor, wall / floor, peak / 1e6,
+                peak / input_size))
+            sys.stdout.flush()
+    shutil.rmtree(work, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    main()
