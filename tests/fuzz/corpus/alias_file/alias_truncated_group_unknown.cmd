@@ -1,0 +1,2 @@
+x a1 draw
+lone

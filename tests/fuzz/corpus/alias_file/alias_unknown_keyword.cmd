@@ -1,0 +1,3 @@
+x d draw
+x D Draw
+x e nosuch

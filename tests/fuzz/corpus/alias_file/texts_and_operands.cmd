@@ -1,0 +1,2 @@
+x q&a a<b
+x l<b a<b
