@@ -31,40 +31,45 @@ const char* word(const nqtoken_list* list, int index) {
     return list->text.c_str() + list->starts[static_cast<std::size_t>(index)];
 }
 
-// Splits `line` into `list`; false when a quoted section is left open. Runs
-// of ordinary characters are copied at once: this is the reader's hot loop.
+// Splits `line` into `list`; false when a quoted section is left open. This
+// is the reader's hot loop: the words are copied straight into a buffer
+// sized for the line, as the words with their NULs never outgrow it.
 bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
-    auto classOf = [&](const char* p) { return classes[static_cast<unsigned char>(*p)]; };
+    const std::size_t length = std::strlen(line);
+    list.text.resize(length + 1);
+    char* const base = list.text.data();
+    char* out = base;
     bool inWord = false;
+    auto startWord = [&] {
+        if (!inWord) list.starts.push_back(static_cast<std::size_t>(out - base));
+        inWord = true;
+    };
     const char* p = line;
     for (;;) {
-        switch (classOf(p)) {
+        switch (classes[static_cast<unsigned char>(*p)]) {
         case End:
         case Comment:
-            if (inWord) list.text.push_back('\0');
+            if (inWord) *out++ = '\0';
+            list.text.resize(static_cast<std::size_t>(out - base));
             return true;
         case Separator:
-            if (inWord) list.text.push_back('\0');
+            if (inWord) *out++ = '\0';
             inWord = false;
             ++p;
             break;
         case Quote: {
             const char* close = std::strchr(p + 1, *p);
             if (close == nullptr) return false;
-            if (!inWord) list.starts.push_back(list.text.size());
-            inWord = true;
-            list.text.append(p + 1, close);
-            p = close + 1;
+            startWord();
+            for (++p; p != close;) *out++ = *p++;
+            ++p;
             break;
         }
-        case Plain: {
-            const char* run = p;
-            while (classOf(p) == Plain) ++p;
-            if (!inWord) list.starts.push_back(list.text.size());
-            inWord = true;
-            list.text.append(run, p);
+        case Plain:
+            startWord();
+            do *out++ = *p++;
+            while (classes[static_cast<unsigned char>(*p)] == Plain);
             break;
-        }
         }
     }
 }

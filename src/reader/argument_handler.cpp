@@ -24,7 +24,8 @@ bool fail(const RunContext& context, const char* message) {
 }
 
 // Reports a name that is already registered; the registered text is the
-// token itself, as the registries match exactly.
+// token itself, as the registries match exactly. Registration and the
+// uniqueness test are one insertion, and a refused name is never added.
 bool conflict(const RunContext& context, const char* first, const char* second, std::string_view token) {
     nqerr_throw(context.errorHandler, NQERR_FATAL, first, token.data());
     return fail(context, second, token);
@@ -38,16 +39,14 @@ bool keywordArgument(DefinitionSet& defs, const RunContext& context, std::string
         return fail(context, "  Extra text = %s\n", token);
     }
     if (defs.keywordArgCount == 1) {
-        if (defs.keywordNames.contains(token))
+        if (!defs.keywordNames.emplace(token).second)
             return conflict(context, "Keyword name '%s' is not unique\n", "Conflict found with : '%s'\n", token);
-        defs.keywordNames.emplace(token);
         keyword.name = token;
         nqerr_throw(context.debugHandler, NQERR_DEBUG, "Creating keyword: '%s'\n", token.data());
         return true;
     }
-    if (defs.idNames.contains(token))
+    if (!defs.idNames.emplace(token).second)
         return conflict(context, "ID name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
-    defs.idNames.emplace(token);
     keyword.id = token;
     keyword.isComplete = true;
     return true;
@@ -61,17 +60,15 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
     switch (defs.optionArgCount) {
     case 1:
         // Exact equality, whatever the message says about three letters.
-        if (defs.optionNames.contains(token))
+        if (!defs.optionNames.emplace(token).second)
             return conflict(context, "Option name '%s' is not unique to three letters\n", "Conflict with: '%s' \n",
                             token);
-        defs.optionNames.emplace(token);
         option.name = token;
         nqerr_throw(context.debugHandler, NQERR_DEBUG, "  Creating option: '%s'\n", token.data());
         return true;
     case 2:
-        if (defs.idNames.contains(token))
+        if (!defs.idNames.emplace(token).second)
             return conflict(context, "ID name '%s' is not unique:\n", "Conflict is with: '%s' \n", token);
-        defs.idNames.emplace(token);
         option.id = token;
         return true;
     case 3: {
@@ -194,9 +191,8 @@ bool limitArgument(DefinitionSet& defs, const RunContext& context, int mode, std
 bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     ++defs.lookupArgCount;
     if (defs.lookupArgCount == 1 && !defs.lookupTableStarted) {
-        if (defs.idNames.contains(token))
+        if (!defs.idNames.emplace(token).second)
             return conflict(context, "Lookup name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
-        defs.idNames.emplace(token);
         defs.lookupTableStarted = true;
         defs.lookupArgCount = 0;
         defs.currentLookupTable = defs.newLookupTable(std::string(token));
@@ -205,9 +201,8 @@ bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_
     }
     switch (defs.lookupArgCount) {
     case 1:
-        if (defs.idNames.contains(token))
+        if (!defs.idNames.emplace(token).second)
             return conflict(context, "Lookup id '%s' is not unique:\n", "Conflict with:'%s'\n", token);
-        defs.idNames.emplace(token);
         defs.pendingEntryId = token;
         return true;
     case 2:
