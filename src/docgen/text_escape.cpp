@@ -16,6 +16,8 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 }
 
 std::string escapeText(std::string_view text) {
+    // Most texts hold none of the marked characters and need no pass at all.
+    if (text.find_first_of("&<>\\'`") == std::string_view::npos) return std::string(text);
     std::string escaped = replaceAll(text, "&", "&amp;");
     escaped = replaceAll(escaped, ">", "&gt;");
     escaped = replaceAll(escaped, "<", "&lt;");
