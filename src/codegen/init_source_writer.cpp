@@ -126,9 +126,9 @@ bool writeInitSource(const DefinitionSet& definitions, const RunContext& context
            "\n\n\n"
            "//***************************************************\n";
 
-    const auto chunkSize = static_cast<std::int32_t>(static_cast<std::uint32_t>(definitions.keywords.size()) /
-                                                         kMaxRoutines +
-                                                     1);
+    // Keywords per routine, rounded so that there are never more routines than allowed.
+    const auto keywordCount = static_cast<std::uint32_t>(definitions.keywords.size());
+    const auto chunkSize = static_cast<std::int32_t>(keywordCount / kMaxRoutines + 1);
     std::int32_t chunkNumber = 0;
     std::int32_t keywordsInChunk = 0;
     bool chunkJustClosed = false;
