@@ -152,10 +152,13 @@ bool leaveDirective(DefinitionSet& defs, const RunContext& context) {
 }
 
 // An option opened before any keyword can never be completed, so it has no
-// keyword to join.
+// keyword to join. A closed record's texts are complete: giving back their
+// growth slack keeps a large definition's memory close to its file size.
 void closeOption(DefinitionSet& defs) {
-    if (defs.currentOption != nullptr && defs.currentKeyword != nullptr)
+    if (defs.currentOption != nullptr && defs.currentKeyword != nullptr) {
+        defs.currentOption->description.shrink_to_fit();
         defs.currentKeyword->addOption(defs.currentOption);
+    }
 }
 
 }  // namespace
@@ -170,6 +173,8 @@ bool changeMode(DefinitionSet& defs, const RunContext& context, int directive, i
         if (defs.currentKeyword != nullptr) {
             closeOption(defs);
             defs.currentOption = nullptr;
+            defs.currentKeyword->description.shrink_to_fit();
+            defs.currentKeyword->summary.shrink_to_fit();
             defs.keywords.push_back(defs.currentKeyword);
         }
         // At end of input this leaves a spare keyword behind; it still draws
