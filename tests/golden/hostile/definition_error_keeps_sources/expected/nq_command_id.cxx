@@ -1,0 +1,1 @@
+kept from an earlier run
