@@ -1,0 +1,23 @@
+# Installs the package files that let other builds use quillet through
+# find_package(quillet): the exported targets, the configuration and version
+# files, quillet_generate() with its build step, and the man page. The
+# targets and headers are installed where they are defined.
+include(CMakePackageConfigHelpers)
+
+set(QUILLET_CMAKE_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)
+
+install(EXPORT quilletTargets NAMESPACE quillet:: DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
+configure_package_config_file(
+  ${CMAKE_CURRENT_LIST_DIR}/quilletConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/quilletConfig.cmake
+  INSTALL_DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
+write_basic_package_version_file(
+  ${PROJECT_BINARY_DIR}/quilletConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/quilletConfig.cmake
+  ${PROJECT_BINARY_DIR}/quilletConfigVersion.cmake
+  ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerate.cmake
+  ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerateStep.cmake
+  DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
+install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

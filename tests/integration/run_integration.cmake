@@ -1,0 +1,168 @@
+# Installs quillet into a scratch prefix, builds the consumer project against
+# it with Ninja and checks how the build reacts to changes of the definition
+# and of the aliases file.
+#   cmake -DPROJECT_BUILD_DIR=<dir> -DCONSUMER_DIR=<dir> -DSTANDIN_DIR=<dir>
+#         -DWORK_DIR=<dir> -DNINJA=<exe> [-DSANITIZE=ON] -P run_integration.cmake
+cmake_minimum_required(VERSION 3.21)
+
+if(NOT NINJA)
+  message("quillet integration test skipped: ninja not found")
+  return()
+endif()
+
+set(prefix "${WORK_DIR}/prefix")
+set(build "${WORK_DIR}/build")
+set(definition "${WORK_DIR}/orrery.def")
+set(aliases "${WORK_DIR}/source-tree/orrery-src/data/res/alias.cmd")
+set(generated nq_command_id.h nq_command_id.cxx nq_command_init.cxx)
+
+# Runs a command that must succeed (or fail, with FAILS first); its merged
+# output lands in `output`.
+function(run)
+  set(expect_failure OFF)
+  if(ARGV0 STREQUAL "FAILS")
+    set(expect_failure ON)
+    list(POP_FRONT ARGN)
+  endif()
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE out)
+  if(expect_failure AND status EQUAL 0)
+    message(FATAL_ERROR "expected to fail but succeeded: ${ARGN}\n${out}")
+  elseif(NOT expect_failure AND NOT status EQUAL 0)
+    message(FATAL_ERROR "failed (${status}): ${ARGN}\n${out}")
+  endif()
+  set(output "${out}" PARENT_SCOPE)
+endfunction()
+
+function(expect what text regex)
+  if(NOT text MATCHES "${regex}")
+    message(FATAL_ERROR "${what}: no match for '${regex}' in:\n${text}")
+  endif()
+endfunction()
+
+function(expect_not what text regex)
+  if(text MATCHES "${regex}")
+    message(FATAL_ERROR "${what}: unexpected match for '${regex}' in:\n${text}")
+  endif()
+endfunction()
+
+function(build)
+  run(${CMAKE_COMMAND} --build "${build}" ${ARGN})
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Content and modification time (to the microsecond) of each generated file.
+function(snapshot variable)
+  set(result "")
+  foreach(name IN LISTS generated)
+    file(READ "${build}/app_quillet/${name}" content)
+    file(TIMESTAMP "${build}/app_quillet/${name}" time "%s.%f" UTC)
+    string(APPEND result "${name} ${time}\n${content}")
+  endforeach()
+  set(${variable} "${result}" PARENT_SCOPE)
+endfunction()
+
+set(good [[
+LOOKUP: Colors
+    RED red 1
+    GREEN green 2
+KEYWORD: paint PAINT_KWD
+KEY_DESCRIPTION: Paints the selection.
+    OPTION: color PAINT_COLOR NQ_INT_TYPE green
+    OPT_LOOKUP: Colors
+KEYWORD: quit QUIT_KWD
+]])
+set(extended "${good}KEYWORD: zoom ZOOM_KWD\n    OPTION: factor ZOOM_FACTOR NQ_DOUBLE_TYPE 2\n")
+
+file(REMOVE_RECURSE "${WORK_DIR}")
+file(WRITE "${definition}" "${good}")
+file(WRITE "${aliases}" "alias q quit\n")
+
+# The package as installed.
+run(${CMAKE_COMMAND} --install "${PROJECT_BUILD_DIR}" --prefix "${prefix}")
+foreach(file bin/quillet include/nqerr.h include/nqerr_capture.h include/nqtoken.h share/man/man1/quillet.1)
+  if(NOT EXISTS "${prefix}/${file}")
+    message(FATAL_ERROR "not installed: ${file}")
+  endif()
+endforeach()
+if(EXISTS "${prefix}/include/nqlog_testing.h" OR EXISTS "${prefix}/include/nqerr_internal.h")
+  message(FATAL_ERROR "a private header was installed")
+endif()
+file(GLOB_RECURSE package_files RELATIVE "${prefix}" "${prefix}/*/quillet*.cmake")
+expect("package files" "${package_files}" "cmake/quillet/quilletConfig.cmake.*cmake/quillet/quilletConfigVersion.cmake")
+
+set(flags "")
+if(SANITIZE)
+  set(flags "-DCMAKE_CXX_FLAGS=-fsanitize=address,undefined" "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined")
+endif()
+run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${build}" -G Ninja "-DCMAKE_MAKE_PROGRAM=${NINJA}"
+    "-DCMAKE_PREFIX_PATH=${prefix}" "-DDEFINITION=${definition}" "-DALIASES_ROOT=${WORK_DIR}/source-tree"
+    "-DSTANDIN_DIR=${STANDIN_DIR}" ${flags})
+build()
+run("${build}/app")
+expect("first build" "${output}" "keyword \"paint\" id 1.*lookup \"green\" 2\nkeyword \"quit\" id 2")
+run("${build}/uses_libraries")
+
+# The same definition written again: quillet runs, nothing is recompiled, and
+# the build is then up to date.
+snapshot(before)
+file(WRITE "${definition}" "${good}")
+build()
+expect("unchanged definition" "${output}" "Generating the command sources of app")
+expect_not("unchanged definition" "${output}" "Building|Linking")
+snapshot(after)
+if(NOT before STREQUAL after)
+  message(FATAL_ERROR "unchanged outputs were replaced:\n${before}\n---\n${after}")
+endif()
+run("${NINJA}" -C "${build}" -n)
+expect("after an unchanged definition" "${output}" "no work to do")
+
+# A new keyword: the generated sources and what includes them are rebuilt,
+# nothing else.
+file(WRITE "${definition}" "${extended}")
+build()
+expect("new keyword" "${output}" "main\\.cpp\\.o")
+expect("new keyword" "${output}" "nq_command_id\\.cxx\\.o")
+expect("new keyword" "${output}" "nq_command_init\\.cxx\\.o")
+expect_not("new keyword" "${output}" "other\\.cpp\\.o|nq_command\\.cpp\\.o|uses_libraries")
+file(READ "${build}/app_quillet/nq_command_id.h" header)
+expect("new keyword" "${header}" "extern NQ_KeywordID ZOOM_KWD;")
+run("${build}/app")
+expect("new keyword" "${output}" "keyword \"zoom\" id 3 summary \"\"\n  option double \"factor\" id 2")
+
+# A broken definition fails the build with quillet's own messages and leaves
+# the outputs alone; going back to the last good one recompiles nothing.
+snapshot(before)
+file(WRITE "${definition}" "${extended}KEYWORD: broken\n")
+run(FAILS ${CMAKE_COMMAND} --build "${build}")
+string(CONCAT messages
+  "\nFATAL The KEYWORD: command defined on line: 11 is not complete\n"
+  "FATAL The syntax is: 'KEYWORD: keyword_text keyword_ID' \n"
+  "FATAL Error with definition\n")
+string(FIND "${output}" "${messages}" at)
+if(at EQUAL -1)
+  message(FATAL_ERROR "quillet's messages are missing from the build log:\n${output}")
+endif()
+snapshot(after)
+if(NOT before STREQUAL after)
+  message(FATAL_ERROR "a failed run changed the outputs:\n${before}\n---\n${after}")
+endif()
+file(WRITE "${definition}" "${extended}")
+build()
+expect_not("repaired definition" "${output}" "Building|Linking")
+
+# The command reference, rewritten when the aliases file changes; the topic
+# of an alias that is gone is removed.
+build(--target app_reference)
+foreach(file Commands.fltoc paint.html quit.html zoom.html q.html)
+  if(NOT EXISTS "${build}/reference/${file}")
+    message(FATAL_ERROR "reference lacks ${file}")
+  endif()
+endforeach()
+file(WRITE "${aliases}" "alias z zoom\n")
+build(--target app_reference)
+expect("changed aliases" "${output}" "Writing the command reference of app")
+if(NOT EXISTS "${build}/reference/z.html" OR EXISTS "${build}/reference/q.html")
+  message(FATAL_ERROR "the reference does not follow the aliases file")
+endif()
+build(--target app_reference)
+expect("unchanged aliases" "${output}" "no work to do")
