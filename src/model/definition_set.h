@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "model/keyword_def.h"
 #include "model/lookup_table_def.h"
 #include "model/option_def.h"
 #include "model/option_type.h"
+#include "model/text_registry.h"
 
 namespace quillet {
 
@@ -20,8 +20,6 @@ struct TextHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
 };
-
-using TextSet = std::unordered_set<std::string, TextHash, std::equal_to<>>;
 
 // Everything one run reads and builds: the records (owned here, never freed
 // before the run ends), the registries that keep names unique, the reader's
@@ -47,9 +45,9 @@ public:
     std::unordered_map<std::string, int, TextHash, std::equal_to<>> directiveTable;
     std::unordered_map<std::string, OptionType, TextHash, std::equal_to<>> typeNames;
 
-    TextSet keywordNames;
-    TextSet optionNames;  // of the current keyword only
-    TextSet idNames;      // keyword IDs, option IDs, table names and entry IDs alike
+    TextRegistry keywordNames;
+    TextRegistry optionNames;  // of the current keyword only
+    TextRegistry idNames;      // keyword IDs, option IDs, table names and entry IDs alike
     std::map<std::string, LookupTableDef*, std::less<>> lookupTables;
     std::vector<KeywordDef*> keywords;
 

@@ -39,13 +39,13 @@ bool keywordArgument(DefinitionSet& defs, const RunContext& context, std::string
         return fail(context, "  Extra text = %s\n", token);
     }
     if (defs.keywordArgCount == 1) {
-        if (!defs.keywordNames.emplace(token).second)
+        if (!defs.keywordNames.insert(token))
             return conflict(context, "Keyword name '%s' is not unique\n", "Conflict found with : '%s'\n", token);
         keyword.name = token;
         nqerr_throw(context.debugHandler, NQERR_DEBUG, "Creating keyword: '%s'\n", token.data());
         return true;
     }
-    if (!defs.idNames.emplace(token).second)
+    if (!defs.idNames.insert(token))
         return conflict(context, "ID name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
     keyword.id = token;
     keyword.isComplete = true;
@@ -60,14 +60,14 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
     switch (defs.optionArgCount) {
     case 1:
         // Exact equality, whatever the message says about three letters.
-        if (!defs.optionNames.emplace(token).second)
+        if (!defs.optionNames.insert(token))
             return conflict(context, "Option name '%s' is not unique to three letters\n", "Conflict with: '%s' \n",
                             token);
         option.name = token;
         nqerr_throw(context.debugHandler, NQERR_DEBUG, "  Creating option: '%s'\n", token.data());
         return true;
     case 2:
-        if (!defs.idNames.emplace(token).second)
+        if (!defs.idNames.insert(token))
             return conflict(context, "ID name '%s' is not unique:\n", "Conflict is with: '%s' \n", token);
         option.id = token;
         return true;
@@ -191,7 +191,7 @@ bool limitArgument(DefinitionSet& defs, const RunContext& context, int mode, std
 bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_view token) {
     ++defs.lookupArgCount;
     if (defs.lookupArgCount == 1 && !defs.lookupTableStarted) {
-        if (!defs.idNames.emplace(token).second)
+        if (!defs.idNames.insert(token))
             return conflict(context, "Lookup name '%s' is not unique:\n", "Conflict with: '%s' \n", token);
         defs.lookupTableStarted = true;
         defs.lookupArgCount = 0;
@@ -201,7 +201,7 @@ bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_
     }
     switch (defs.lookupArgCount) {
     case 1:
-        if (!defs.idNames.emplace(token).second)
+        if (!defs.idNames.insert(token))
             return conflict(context, "Lookup id '%s' is not unique:\n", "Conflict with:'%s'\n", token);
         defs.pendingEntryId = token;
         return true;

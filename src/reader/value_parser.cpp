@@ -157,7 +157,7 @@ bool parseDefaultValue(OptionDef& option, const RunContext& context, const nqtok
         option.hasDefault = true;
         return true;
     case OptionType::NQ_STRING_TYPE:
-        option.defaultValue = token;
+        option.defaultText = token;
         option.hasDefault = true;
         return true;
     }
