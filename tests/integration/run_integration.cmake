@@ -79,7 +79,8 @@ file(WRITE "${aliases}" "alias q quit\n")
 
 # The package as installed.
 run(${CMAKE_COMMAND} --install "${PROJECT_BUILD_DIR}" --prefix "${prefix}")
-foreach(file bin/quillet include/nqerr.h include/nqerr_capture.h include/nqtoken.h share/man/man1/quillet.1)
+foreach(file bin/quillet include/nqerr.h include/nqerr_capture.h include/nqtoken.h share/man/man1/quillet.1
+             share/doc/quillet/definition-language.md)
   if(NOT EXISTS "${prefix}/${file}")
     message(FATAL_ERROR "not installed: ${file}")
   endif()
