@@ -8,6 +8,9 @@
 #include <iomanip>
 #include <locale>
 #include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "docgen/path_localize.h"
 #include "nqerr.h"
@@ -44,13 +47,27 @@ PathBuffer composeAliasFilePath(const RunContext& context) {
 // in the C locale, at most 512 characters, a longer word read as two.
 bool readWord(std::istream& in, std::string& word) { return static_cast<bool>(in >> std::setw(512) >> word); }
 
-}  // namespace
+// The first record of each name in the keyword list's order, which is the
+// record an alias's keyword word must find. Records are only appended while
+// the file is read, so adding each one keeps the index exact; scanning the
+// list per alias instead is quadratic on large definitions.
+class FirstRecordByName {
+public:
+    explicit FirstRecordByName(const std::vector<KeywordDef*>& records) {
+        for (KeywordDef* record : records) add(record);
+    }
+    // The record's name must not change afterwards: the index refers to it.
+    void add(KeywordDef* record) { first_.try_emplace(record->name, record); }
+    KeywordDef* find(std::string_view name) const {
+        auto found = first_.find(name);
+        return found == first_.end() ? nullptr : found->second;
+    }
 
-KeywordDef* findKeyword(const DefinitionSet& definitions, std::string_view name) {
-    auto found = std::find_if(definitions.keywords.begin(), definitions.keywords.end(),
-                              [name](const KeywordDef* keyword) { return keyword->name == name; });
-    return found == definitions.keywords.end() ? nullptr : *found;
-}
+private:
+    std::unordered_map<std::string_view, KeywordDef*> first_;
+};
+
+}  // namespace
 
 bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
     const PathBuffer path = composeAliasFilePath(context);
@@ -65,6 +82,7 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
     // '#'), the alias, the keyword. The first and third words share one
     // variable, and failed extractions keep the previous values: a truncated
     // last group still makes an alias from whatever the variables hold.
+    FirstRecordByName records(definitions.keywords);
     std::string word;
     std::string aliasName;
     char commentRest[255];
@@ -83,8 +101,9 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
         alias->isAlias = true;
         // Appended before the look-up, so an alias may name itself.
         definitions.keywords.push_back(alias);
+        records.add(alias);
 
-        KeywordDef* target = findKeyword(definitions, word);
+        KeywordDef* target = records.find(word);
         if (target == nullptr) {
             nqerr_throw(context.errorHandler, 5, "The aliases file contains an unknown command keyword - \n");
             std::fputs(" ??? ", context.out);
