@@ -6,12 +6,12 @@ namespace quillet {
 
 DefinitionSet::DefinitionSet() = default;
 
-KeywordDef* DefinitionSet::newKeyword() { return &keywordStore_.emplace_back(++keywordCounter); }
+KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordCounter); }
 
-OptionDef* DefinitionSet::newOption() { return &optionStore_.emplace_back(++optionCounter); }
+OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter); }
 
 LookupTableDef* DefinitionSet::newLookupTable(const std::string& name) {
-    return &tableStore_.emplace_back(name);
+    return tableStore_.create(name);
 }
 
 const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include "model/lookup_table_def.h"
 #include "model/option_def.h"
 #include "model/option_type.h"
+#include "model/record_store.h"
 #include "model/text_registry.h"
 
 namespace quillet {
@@ -72,9 +72,9 @@ public:
     int optionCounter = 0;
 
 private:
-    std::deque<KeywordDef> keywordStore_;
-    std::deque<OptionDef> optionStore_;
-    std::deque<LookupTableDef> tableStore_;
+    RecordStore<KeywordDef> keywordStore_;
+    RecordStore<OptionDef> optionStore_;
+    RecordStore<LookupTableDef> tableStore_;
 };
 
 }  // namespace quillet

@@ -44,7 +44,14 @@ bool TextRegistry::insert(std::string_view text) {
 }
 
 void TextRegistry::clear() {
-    std::fill(slots_.begin(), slots_.end(), Slot{});
+    // Emptying a table costs its size, which the texts that filled it paid
+    // for. A table far larger than what it holds (left by one keyword with
+    // many options) is replaced instead, or every later keyword would pay
+    // that size again.
+    if (slots_.size() > kInitialSlots && 4 * size_ < slots_.size())
+        std::vector<Slot>(kInitialSlots).swap(slots_);
+    else
+        std::fill(slots_.begin(), slots_.end(), Slot{});
     size_ = 0;
     if (blocks_.size() > 1) blocks_.resize(1);
     blockUsed_ = 0;
