@@ -1,5 +1,6 @@
 // The whole tool in-process on arbitrary bytes as the definition file, through
-// the source path and the reference path (with no aliases and with a few).
+// the source path and the reference path (with no aliases or with a few, by
+// the input's size).
 // Beyond the sanitizers it checks the run's contract: the status is 0 or 255,
 // and a failed source run leaves the existing output files untouched.
 #include <algorithm>
@@ -68,9 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // directory whatever the names hold.
     std::string contained = definition;
     std::replace(contained.begin(), contained.end(), '/', '_');
-    run(contained, true, &setup().commentedAliases);
-    fuzz::emptyDirectory(setup().context.outputDir);
-    run(contained, true, &setup().someAliases);
+    // Either aliases file, so that each input costs two runs, not three.
+    run(contained, true, size % 2 == 0 ? &setup().commentedAliases : &setup().someAliases);
     fuzz::emptyDirectory(setup().context.outputDir);
     return 0;
 }

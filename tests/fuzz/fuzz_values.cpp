@@ -80,11 +80,12 @@ void checkConversions(const nqtoken_list* tokens, int index) {
     if (isDouble) require(real == expectedDouble || (std::isnan(real) && std::isnan(expectedDouble)));
 }
 
+// Options are made on the stack and the definition once: a definition's
+// record stores are sized for large runs, too costly to set up per input.
 void checkDefaults(const nqtoken_list* tokens, int index) {
-    DefinitionSet definitions;
     for (OptionType type : {OptionType::NQ_INT_TYPE, OptionType::NQ_DOUBLE_TYPE, OptionType::NQ_BOOL_TYPE,
                             OptionType::NQ_STRING_TYPE}) {
-        OptionDef& option = *definitions.newOption();
+        OptionDef option(1);
         option.type = type;
         const bool accepted = parseDefaultValue(option, context(), tokens, index);
         require(accepted == option.hasDefault || (type == OptionType::NQ_INT_TYPE && accepted));
@@ -93,14 +94,20 @@ void checkDefaults(const nqtoken_list* tokens, int index) {
 
 // Limits against an option set up by the selector's upper bits, with a
 // lookup table whose entry IDs a limit may name.
-void checkLimits(const std::string& text, unsigned selector) {
-    DefinitionSet definitions;
-    LookupTableDef* table = definitions.newLookupTable("Colors");
-    table->addEntry("RED", "red", 1);
-    table->addEntry("GREEN", "green", 16);
-    definitions.lookupTables["Colors"] = table;
+const DefinitionSet& definitionWithTable() {
+    static DefinitionSet definitions;
+    if (definitions.lookupTables.empty()) {
+        LookupTableDef* table = definitions.newLookupTable("Colors");
+        table->addEntry("RED", "red", 1);
+        table->addEntry("GREEN", "green", 16);
+        definitions.lookupTables["Colors"] = table;
+    }
+    return definitions;
+}
 
-    OptionDef& option = *definitions.newOption();
+void checkLimits(const std::string& text, unsigned selector) {
+    const DefinitionSet& definitions = definitionWithTable();
+    OptionDef option(1);
     const bool isDouble = (selector & 32) != 0;
     option.type = isDouble ? OptionType::NQ_DOUBLE_TYPE : OptionType::NQ_INT_TYPE;
     if ((selector & 64) != 0) {
