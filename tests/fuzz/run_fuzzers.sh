@@ -5,6 +5,8 @@
 # New corpus entries go to <build-dir>/fuzz-corpus, reproducers of findings
 # to <build-dir>/fuzz-artifacts. Exits non-zero when any target finds
 # something (a crash, a leak, a timeout or memory growth past the limit).
+# Replay a reproducer with <build-dir>/tests/fuzz/<target> <file>; one of
+# fuzz_definition is also a definition file to feed to quillet itself.
 set -uo pipefail
 
 build=$(cd "$1" && pwd)
