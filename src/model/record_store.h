@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <new>
 #include <utility>
@@ -7,12 +8,13 @@
 
 namespace quillet {
 
-// Large, zero-free blocks of memory for records: a big definition creates a
-// million of them, and one block per few thousand records spares as many
-// allocations and lets the system back them with large pages.
+// Memory for records, in blocks that double in size up to two megabytes: a
+// small definition takes little, and a big one (a million options) gets one
+// allocation per few thousand records, in blocks the system may back with
+// large pages.
+constexpr std::size_t kLargeRecordBlockBytes = std::size_t{2} << 20;
 void* allocateRecordBlock(std::size_t bytes);
-void releaseRecordBlock(void* block);
-constexpr std::size_t kRecordBlockBytes = std::size_t{2} << 20;
+void releaseRecordBlock(void* block, std::size_t bytes);
 
 // Records of one type, created in place and destroyed with the store; a
 // record never moves, so handles stay valid for the store's life.
@@ -23,30 +25,35 @@ public:
     RecordStore(const RecordStore&) = delete;
     RecordStore& operator=(const RecordStore&) = delete;
     ~RecordStore() {
-        for (std::size_t block = 0; block < blocks_.size(); ++block) {
-            const std::size_t count = block + 1 == blocks_.size() ? usedInLast_ : kPerBlock;
-            for (std::size_t i = 0; i < count; ++i) blocks_[block][i].~Record();
-            releaseRecordBlock(blocks_[block]);
+        for (Block& block : blocks_) {
+            for (std::size_t i = 0; i < block.used; ++i) block.records[i].~Record();
+            releaseRecordBlock(block.records, block.capacity * sizeof(Record));
         }
     }
 
     template <typename... Args>
     Record* create(Args&&... args) {
-        if (blocks_.empty() || usedInLast_ == kPerBlock) {
-            blocks_.push_back(static_cast<Record*>(allocateRecordBlock(kRecordBlockBytes)));
-            usedInLast_ = 0;
+        if (blocks_.empty() || blocks_.back().used == blocks_.back().capacity) {
+            const std::size_t capacity =
+                blocks_.empty() ? kFirstBlock : std::min(2 * blocks_.back().capacity, kLargestBlock);
+            blocks_.push_back(Block{static_cast<Record*>(allocateRecordBlock(capacity * sizeof(Record))), 0, capacity});
         }
-        Record* record = new (blocks_.back() + usedInLast_) Record(std::forward<Args>(args)...);
-        ++usedInLast_;
+        Block& block = blocks_.back();
+        Record* record = new (block.records + block.used) Record(std::forward<Args>(args)...);
+        ++block.used;
         return record;
     }
 
 private:
-    static constexpr std::size_t kPerBlock = kRecordBlockBytes / sizeof(Record);
-    static_assert(kPerBlock > 0);
+    struct Block {
+        Record* records;
+        std::size_t used;
+        std::size_t capacity;
+    };
+    static constexpr std::size_t kFirstBlock = 16;
+    static constexpr std::size_t kLargestBlock = std::max(kFirstBlock, kLargeRecordBlockBytes / sizeof(Record));
 
-    std::vector<Record*> blocks_;
-    std::size_t usedInLast_ = 0;
+    std::vector<Block> blocks_;
 };
 
 }  // namespace quillet
