@@ -19,6 +19,19 @@ const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) cons
     return found == lookupTables.end() ? nullptr : found->second;
 }
 
+void DefinitionSet::addLookupEntry(LookupTableDef& table, const std::string& entryId, const std::string& entryName,
+                                   std::int32_t value) {
+    table.addEntry(entryId, entryName, value);
+    entryValues_.emplace(entryId, value);
+}
+
+bool DefinitionSet::findEntryValueById(std::string_view entryId, std::int32_t& value) const {
+    auto found = entryValues_.find(entryId);
+    if (found == entryValues_.end()) return false;
+    value = found->second;
+    return true;
+}
+
 void DefinitionSet::sortForDocumentation() {
     auto byName = [](const auto* a, const auto* b) { return a->name < b->name; };
     std::stable_sort(keywords.begin(), keywords.end(), byName);

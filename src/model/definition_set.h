@@ -38,6 +38,14 @@ public:
     // The table of that name, or null; never creates one.
     const LookupTableDef* findLookupTable(std::string_view name) const;
 
+    // Appends an entry to `table` and indexes its ID. Entry IDs are unique
+    // across all tables (they share the ID registry), so the index finds
+    // the same entry as a search of the tables in name order would, without
+    // scanning them for every limit that names an entry.
+    void addLookupEntry(LookupTableDef& table, const std::string& entryId, const std::string& entryName,
+                        std::int32_t value);
+    bool findEntryValueById(std::string_view entryId, std::int32_t& value) const;
+
     // Byte-wise stable sorts used by the documentation path: the records by
     // name, then each record's options by name.
     void sortForDocumentation();
@@ -72,6 +80,7 @@ public:
     int optionCounter = 0;
 
 private:
+    std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> entryValues_;
     RecordStore<KeywordDef> keywordStore_;
     RecordStore<OptionDef> optionStore_;
     RecordStore<LookupTableDef> tableStore_;

@@ -29,12 +29,16 @@ struct LookupTableDef {
     }
     std::size_t size() const { return values.size(); }
 
-    // The searches stop at the first exact match, in entry order.
+    // The searches stop at the first exact match, in entry order. (Entries
+    // are found by ID through DefinitionSet, which indexes them.)
     bool findValueByName(std::string_view entryName, std::int32_t& value) const {
-        return findParallel(names, entryName, value);
-    }
-    bool findValueById(std::string_view entryId, std::int32_t& value) const {
-        return findParallel(ids, entryId, value);
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (names[i] == entryName) {
+                value = values[i];
+                return true;
+            }
+        }
+        return false;
     }
     bool findNameByValue(std::int32_t value, std::string& entryName) const {
         for (std::size_t i = 0; i < values.size(); ++i) {
@@ -46,16 +50,6 @@ struct LookupTableDef {
         return false;
     }
 
-private:
-    bool findParallel(const std::vector<std::string>& keys, std::string_view key, std::int32_t& value) const {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            if (keys[i] == key) {
-                value = values[i];
-                return true;
-            }
-        }
-        return false;
-    }
 };
 
 }  // namespace quillet

@@ -213,7 +213,7 @@ bool lookupArgument(DefinitionSet& defs, const RunContext& context, std::string_
         if (parseNumber(std::string(token), parsed) != 0) return fail(context, "Value could not be parsed: '%s'\n", token);
         LookupTableDef& table = *defs.currentLookupTable;
         const std::int32_t value = low32(parsed);
-        table.addEntry(defs.pendingEntryId, defs.pendingEntryName, value);
+        defs.addLookupEntry(table, defs.pendingEntryId, defs.pendingEntryName, value);
         if (value < table.minValue) table.minValue = value;
         if (value > table.maxValue) table.maxValue = value;
         defs.lookupArgCount = 0;

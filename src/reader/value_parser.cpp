@@ -26,7 +26,7 @@ using TokenList = std::unique_ptr<nqtoken_list, TokenListDeleter>;
 enum class Limit { Minimum, Maximum };
 
 // The limit's numeric value: the first word as an integer, or else the whole
-// text as a lookup entry ID, searched table by table in name order.
+// text as the ID of a lookup entry of any table.
 bool integerLimit(const DefinitionSet& definitions, const RunContext& context, const nqtoken_list* words,
                   const std::string& text, std::int32_t& value) {
     int parsed = 0;
@@ -34,14 +34,10 @@ bool integerLimit(const DefinitionSet& definitions, const RunContext& context, c
         value = parsed;
         return true;
     }
-    for (const auto& [name, table] : definitions.lookupTables) {
-        if (table->findValueById(text, value)) {
-            nqerr_throw(context.errorHandler, NQERR_DEBUG, "%s%s%s%d\n", "  Found Table Name entry (", text.c_str(),
-                        "). Value is ", value);
-            return true;
-        }
-    }
-    return false;
+    if (!definitions.findEntryValueById(text, value)) return false;
+    nqerr_throw(context.errorHandler, NQERR_DEBUG, "%s%s%s%d\n", "  Found Table Name entry (", text.c_str(),
+                "). Value is ", value);
+    return true;
 }
 
 bool setLimit(const DefinitionSet& definitions, const RunContext& context, OptionDef& option,

@@ -98,8 +98,8 @@ const DefinitionSet& definitionWithTable() {
     static DefinitionSet definitions;
     if (definitions.lookupTables.empty()) {
         LookupTableDef* table = definitions.newLookupTable("Colors");
-        table->addEntry("RED", "red", 1);
-        table->addEntry("GREEN", "green", 16);
+        definitions.addLookupEntry(*table, "RED", "red", 1);
+        definitions.addLookupEntry(*table, "GREEN", "green", 16);
         definitions.lookupTables["Colors"] = table;
     }
     return definitions;

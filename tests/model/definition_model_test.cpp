@@ -86,14 +86,16 @@ TEST(DefinitionModel, DocumentationOrderIsByteWiseAndStable) {
 TEST(DefinitionModel, TableSearchesStopAtTheFirstMatch) {
     DefinitionSet definitions;
     LookupTableDef& table = *definitions.newLookupTable("Sizes");
-    table.addEntry("S", "small", 1);
-    table.addEntry("M", "medium", 2);
-    table.addEntry("M2", "medium", 2);
+    definitions.addLookupEntry(table, "S", "small", 1);
+    definitions.addLookupEntry(table, "M", "medium", 2);
+    definitions.addLookupEntry(table, "M2", "medium", 2);
     std::int32_t value = 0;
     EXPECT_TRUE(table.findValueByName("medium", value));
     EXPECT_EQ(value, 2);
     EXPECT_FALSE(table.findValueByName("M", value));
-    EXPECT_TRUE(table.findValueById("M2", value));
+    EXPECT_TRUE(definitions.findEntryValueById("M2", value));
+    EXPECT_EQ(value, 2);
+    EXPECT_FALSE(definitions.findEntryValueById("medium", value));
     std::string name;
     EXPECT_TRUE(table.findNameByValue(2, name));
     EXPECT_EQ(name, "medium");

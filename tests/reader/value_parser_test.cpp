@@ -141,8 +141,8 @@ TEST_F(ValueParser, IntegerLimitsAreCheckedStrictlyAgainstTheDefault) {
 }
 
 TEST_F(ValueParser, IntegerLimitsMayNameAnEntryIdOfAnyTable) {
-    table("Beta").addEntry("TOP", "top", 7);
-    table("Alpha").addEntry("TOP", "top", 3);  // searched first: tables go by name
+    definitions_.addLookupEntry(table("Beta"), "BOTTOM", "bottom", 7);
+    definitions_.addLookupEntry(table("Alpha"), "TOP", "top", 3);
     OptionDef& level = option(OptionType::NQ_INT_TYPE);
     EXPECT_TRUE(maximum(level, "TOP"));
     EXPECT_EQ(level.maximumText, "TOP");
@@ -168,8 +168,8 @@ TEST_F(ValueParser, DoubleLimitsPrintInShortestForm) {
 
 TEST_F(ValueParser, SymbolicDefaultsResolveThroughEntryNamesOfTheOwnTable) {
     LookupTableDef& colors = table("Colors");
-    colors.addEntry("RED", "red", 1);
-    colors.addEntry("R", "RED", 2);
+    definitions_.addLookupEntry(colors, "RED", "red", 1);
+    definitions_.addLookupEntry(colors, "R", "RED", 2);
     OptionDef& paint = option(OptionType::NQ_INT_TYPE);
     ASSERT_TRUE(setDefault(paint, "RED"));
     EXPECT_FALSE(resolveSymbolicDefault(definitions_, paint));  // no table yet
@@ -186,7 +186,7 @@ TEST_F(ValueParser, SymbolicDefaultsResolveThroughEntryNamesOfTheOwnTable) {
 
     // After a numeric default the text is empty, so an entry whose name is
     // empty replaces that default.
-    colors.addEntry("NONE", "", 0);
+    definitions_.addLookupEntry(colors, "NONE", "", 0);
     OptionDef& numeric = option(OptionType::NQ_INT_TYPE);
     ASSERT_TRUE(setDefault(numeric, "9"));
     numeric.setLookupTable("Colors");
