@@ -52,6 +52,9 @@ def generate(keywords, options):
 
 def timed(argv, stdin_path=None, cwd=None, env=None):
     """Runs argv; returns (wall seconds, peak RSS in bytes)."""
+    # Earlier runs' output is flushed to disk first, so that its write-back
+    # does not land in this measurement.
+    os.sync()
     stdin = open(stdin_path, "rb") if stdin_path else subprocess.DEVNULL
     start = time.perf_counter()
     process = subprocess.Popen(argv, stdin=stdin, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
