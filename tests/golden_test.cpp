@@ -14,11 +14,14 @@
 //   expected.stderr    optional, default empty
 //   expected.status    optional, default 0
 //   expected/          the exact set of files the working directory must hold
-//                      afterwards (absent: no file at all)
+//                      afterwards (absent: no file at all), each stored under
+//                      its name plus ".golden" so that expected sources are
+//                      not taken for the project's own
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 
 #include "support/tool_process.h"
 
@@ -47,11 +50,17 @@ std::string dropLineEnd(std::string text) {
     return text;
 }
 
-std::set<std::string> filesBelow(const fs::path& root) {
+constexpr std::string_view kGoldenSuffix = ".golden";
+
+std::set<std::string> filesBelow(const fs::path& root, std::string_view dropSuffix = {}) {
     std::set<std::string> files;
     if (!fs::exists(root)) return files;
-    for (const auto& entry : fs::recursive_directory_iterator(root))
-        if (entry.is_regular_file()) files.insert(fs::relative(entry.path(), root).string());
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        if (!entry.is_regular_file()) continue;
+        std::string name = fs::relative(entry.path(), root).string();
+        if (!dropSuffix.empty() && name.ends_with(dropSuffix)) name.resize(name.size() - dropSuffix.size());
+        files.insert(name);
+    }
     return files;
 }
 
@@ -86,10 +95,11 @@ TEST_P(GoldenCase, MatchesExpectedOutput) {
     EXPECT_EQ(result.out, optionalFile(dir / "expected.stdout", ""));
     EXPECT_EQ(result.err, optionalFile(dir / "expected.stderr", ""));
     const fs::path expected = dir / "expected";
-    EXPECT_EQ(filesBelow(work), filesBelow(expected));
-    for (const std::string& file : filesBelow(expected)) {
+    const std::set<std::string> expectedFiles = filesBelow(expected, kGoldenSuffix);
+    EXPECT_EQ(filesBelow(work), expectedFiles);
+    for (const std::string& file : expectedFiles) {
         if (!fs::exists(work / file)) continue;
-        EXPECT_EQ(readFile(work / file), readFile(expected / file)) << "file " << file;
+        EXPECT_EQ(readFile(work / file), readFile(expected / (file + std::string(kGoldenSuffix)))) << "file " << file;
     }
 }
 

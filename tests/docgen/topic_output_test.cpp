@@ -20,13 +20,13 @@ TEST(CommandIndex, EveryGoldenLinkNamesATopicOfTheSameRun) {
     const std::string_view suffix = "\" />\r\n";
     for (const auto& entry : fs::directory_iterator(fs::path(GOLDEN_DIR) / "docgen")) {
         const fs::path expected = entry.path() / "expected";
-        if (!fs::exists(expected / "Commands.fltoc") || fs::exists(entry.path() / "expected.status")) continue;
+        if (!fs::exists(expected / "Commands.fltoc.golden") || fs::exists(entry.path() / "expected.status")) continue;
         ++indexes;
-        const std::string index = readFile(expected / "Commands.fltoc");
+        const std::string index = readFile(expected / "Commands.fltoc.golden");
         for (std::size_t at = index.find(prefix); at != std::string::npos; at = index.find(prefix, at)) {
             at += prefix.size();
             const std::string topic = index.substr(at, index.find(suffix, at) - at);
-            EXPECT_TRUE(fs::is_regular_file(expected / topic)) << entry.path() << ": " << topic;
+            EXPECT_TRUE(fs::is_regular_file(expected / (topic + ".golden"))) << entry.path() << ": " << topic;
         }
     }
     EXPECT_GT(indexes, 0);
