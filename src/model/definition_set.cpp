@@ -4,8 +4,6 @@
 
 namespace quillet {
 
-DefinitionSet::DefinitionSet() = default;
-
 KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordCounter); }
 
 OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter); }

@@ -15,7 +15,8 @@
 
 namespace quillet {
 
-// Lets the registries be searched with a string_view without building a string.
+// Lets the tables keyed by text be searched with a string_view without
+// building a string.
 struct TextHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
@@ -26,7 +27,7 @@ struct TextHash {
 // state and the serial counters.
 class DefinitionSet {
 public:
-    DefinitionSet();
+    DefinitionSet() = default;
     DefinitionSet(const DefinitionSet&) = delete;
     DefinitionSet& operator=(const DefinitionSet&) = delete;
 

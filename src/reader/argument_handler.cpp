@@ -93,14 +93,13 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
 
 bool textArgument(DefinitionSet& defs, const RunContext& context, int mode, std::string_view token) {
     KeywordDef* keyword = defs.currentKeyword;
-    if (mode == OPT_DESCRIPTION) {
+    switch (mode) {
+    case OPT_DESCRIPTION:
         if (keyword == nullptr || defs.currentOption == nullptr)
             return fail(context, "The OPT_DESCRIPTION command must be specified after a KEYWORD:"
                                  "    and OPTION: command\n");
         defs.currentOption->appendDescription(token);
         return true;
-    }
-    switch (mode) {
     case KEY_DESCRIPTION:
         if (keyword == nullptr) return fail(context, "The KEY_DESCRIPTION command must be specified after a KEYWORD:\n");
         keyword->appendDescription(token);
