@@ -42,7 +42,7 @@ bool writeIdDefinitions(const DefinitionSet& definitions, const RunContext& cont
             out << "\t//Option: " << option->name << '\n';
             const char* objectClass = optionClass(option->type);
             if (objectClass == nullptr) {
-                nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown type: %d\n", typeNumber(option->type));
+                context.report.error("Unknown type: %d\n", typeNumber(option->type));
                 return false;
             }
             out << objectClass << option->id << "( " << option->serial << " );\n";

@@ -74,7 +74,7 @@ bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context) 
             if (declaration == nullptr) {
                 // What was written so far stays in the file, which the
                 // stream's destruction closes.
-                nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown type: %d\n", typeNumber(option->type));
+                context.report.error("Unknown type: %d\n", typeNumber(option->type));
                 return false;
             }
             out << declaration->start << option->id << declaration->end;

@@ -64,7 +64,7 @@ bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet
                  const RunContext& context) {
     out << "\t//Option: " << option.name << '\n';
     if (!writeTypedOption(out, option)) {
-        nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown type: %d\n", typeNumber(option.type));
+        context.report.error("Unknown type: %d\n", typeNumber(option.type));
         return false;
     }
     if (option.hasLookupTable) {
@@ -72,7 +72,7 @@ bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet
         if (const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName))
             writeLookupValues(*table, out);
         else
-            nqerr_throw(context.errorHandler, NQERR_FATAL, "Unknown lookup table name: '%s'\n",
+            context.report.error("Unknown lookup table name: '%s'\n",
                         option.lookupTableName.c_str());
     }
     if (option.lookupCaseSensitive) out << "\tcurrent_option->makeLookupCaseSensitive( );\n";

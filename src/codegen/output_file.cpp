@@ -8,7 +8,7 @@ bool openOutputFile(std::ofstream& stream, const RunContext& context, const char
     // Binary mode: the sources end their lines with a bare line feed everywhere.
     stream.open(context.outputPath(fileName), std::ios::out | std::ios::trunc | std::ios::binary);
     if (stream.is_open()) return true;
-    nqerr_throw(context.errorHandler, NQERR_FATAL, "Error opening file: %s\n", fileName);
+    context.report.error("Error opening file: %s\n", fileName);
     return false;
 }
 

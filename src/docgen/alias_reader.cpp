@@ -73,7 +73,7 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
     const PathBuffer path = composeAliasFilePath(context);
     std::ifstream file(path.data());
     if (!file) {
-        nqerr_throw(context.errorHandler, 5, "Error opening command aliases file: %s\n", path.data());
+        context.report.error("Error opening command aliases file: %s\n", path.data());
         return false;
     }
     file.imbue(std::locale::classic());
@@ -105,11 +105,8 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
 
         KeywordDef* target = records.find(word);
         if (target == nullptr) {
-            nqerr_throw(context.errorHandler, 5, "The aliases file contains an unknown command keyword - \n");
-            std::fputs(" ??? ", context.out);
-            std::fwrite(word.data(), 1, word.size(), context.out);
-            std::fputc('\n', context.out);
-            std::fflush(context.out);
+            context.report.error("The aliases file contains an unknown command keyword - \n");
+            context.report.standardOutput(" ??? " + word + "\n");
             return false;
         }
         target->addAlias(alias);

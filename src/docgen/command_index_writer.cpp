@@ -10,7 +10,7 @@ bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& conte
     const char* const fileName = "Commands.fltoc";
     std::ofstream out(context.outputPath(fileName), std::ios::binary);
     if (!out) {
-        nqerr_throw(context.errorHandler, 5, "Error opening file: %s\n", fileName);
+        context.report.error("Error opening file: %s\n", fileName);
         return false;
     }
     // Only the entries: the documentation project places them inside its own

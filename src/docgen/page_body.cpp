@@ -14,7 +14,7 @@ namespace {
 bool isDocumented(const OptionDef* option) { return !option->readOnly; }
 
 bool reportUnknownType(const OptionDef& option, const RunContext& context) {
-    nqerr_throw(context.errorHandler, 5, "Unknown type: %d\n", typeNumber(option.type));
+    context.report.error("Unknown type: %d\n", typeNumber(option.type));
     return false;
 }
 
@@ -23,7 +23,7 @@ const LookupTableDef* findOptionTable(const OptionDef& option, const DefinitionS
                                       const RunContext& context) {
     const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName);
     if (table == nullptr)
-        nqerr_throw(context.errorHandler, 5, "Unknown lookup table name: '%s'\n", option.lookupTableName.c_str());
+        context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.c_str());
     return table;
 }
 
@@ -101,7 +101,7 @@ bool writeDefaultRow(std::ostream& out, const OptionDef& option, const Definitio
             if (table->findNameByValue(option.intDefault(), entryName))
                 writeDefaultLine(out, entryName);
             else
-                nqerr_throw(context.errorHandler, 5, "Default value not in lookup table: '%s'\n", table->name.c_str());
+                context.report.error("Default value not in lookup table: '%s'\n", table->name.c_str());
         }
         return true;
     }

@@ -23,12 +23,12 @@ bool writeKeywordTopicBody(std::ostream& out, const KeywordDef& keyword, const D
                            const RunContext& context) {
     out << "<p>" << escapeText(keyword.description) << "</p>\r\n";
     if (!writeSyntax(out, keyword, definitions, context)) {
-        nqerr_throw(context.errorHandler, 5, "Error writing keyword syntax for %s", keyword.name.c_str());
+        context.report.error("Error writing keyword syntax for %s", keyword.name.c_str());
         return false;
     }
     out << "</p>\r\n";
     if (!writeOptionDetails(out, keyword, definitions, context)) {
-        nqerr_throw(context.errorHandler, 5, "Error writing option details for %s", keyword.name.c_str());
+        context.report.error("Error writing option details for %s", keyword.name.c_str());
         return false;
     }
     return true;
@@ -39,7 +39,7 @@ bool writeTopic(const KeywordDef& record, const DefinitionSet& definitions, cons
     const std::string fileName = record.name + ".html";
     std::ofstream out(context.outputPath(fileName), std::ios::binary);
     if (!out) {
-        nqerr_throw(context.errorHandler, 5, "Error opening file: %s\n", fileName.c_str());
+        context.report.error("Error opening file: %s\n", fileName.c_str());
         return false;
     }
     out.imbue(std::locale::classic());

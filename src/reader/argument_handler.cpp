@@ -14,12 +14,12 @@ namespace {
 // Every token comes from the tokenizer, so its view ends at a NUL and its
 // data() can be printed with %s.
 bool fail(const RunContext& context, const char* format, std::string_view text) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, format, text.data());
+    context.report.error(format, text.data());
     return false;
 }
 
 bool fail(const RunContext& context, const char* message) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, "%s", message);
+    context.report.error("%s", message);
     return false;
 }
 
@@ -27,7 +27,7 @@ bool fail(const RunContext& context, const char* message) {
 // token itself, as the registries match exactly. Registration and the
 // uniqueness test are one insertion, and a refused name is never added.
 bool conflict(const RunContext& context, const char* first, const char* second, std::string_view token) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, first, token.data());
+    context.report.error(first, token.data());
     return fail(context, second, token);
 }
 
@@ -42,7 +42,7 @@ bool keywordArgument(DefinitionSet& defs, const RunContext& context, std::string
         if (!defs.keywordNames.insert(token))
             return conflict(context, "Keyword name '%s' is not unique\n", "Conflict found with : '%s'\n", token);
         keyword.name = token;
-        nqerr_throw(context.debugHandler, NQERR_DEBUG, "Creating keyword: '%s'\n", token.data());
+        context.report.progress("Creating keyword: '%s'\n", token.data());
         return true;
     }
     if (!defs.idNames.insert(token))
@@ -64,7 +64,7 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
             return conflict(context, "Option name '%s' is not unique to three letters\n", "Conflict with: '%s' \n",
                             token);
         option.name = token;
-        nqerr_throw(context.debugHandler, NQERR_DEBUG, "  Creating option: '%s'\n", token.data());
+        context.report.progress("  Creating option: '%s'\n", token.data());
         return true;
     case 2:
         if (!defs.idNames.insert(token))
@@ -79,7 +79,7 @@ bool optionArgument(DefinitionSet& defs, const RunContext& context, const nqtoke
     }
     case 4:
         if (!parseDefaultValue(option, context, tokens, index)) {
-            nqerr_throw(context.errorHandler, NQERR_FATAL, "Bad default value for OPTION: defined on line %d\n",
+            context.report.error("Bad default value for OPTION: defined on line %d\n",
                         option.lineNumber);
             return false;
         }
@@ -140,14 +140,14 @@ bool optLookupArgument(DefinitionSet& defs, const RunContext& context, std::stri
         return fail(context, "OPT_LOOKUP requires only a single argument: '%s' is an error\n", token);
     if (option.type != OptionType::NQ_INT_TYPE) {
         fail(context, "Cannot add lookup table to non-integer type\n");
-        nqerr_throw(context.errorHandler, NQERR_FATAL, "The option declared on line %d is not an integer\n",
+        context.report.error("The option declared on line %d is not an integer\n",
                     option.lineNumber);
         return false;
     }
     const LookupTableDef* table = defs.findLookupTable(token);
     if (table == nullptr) {
         fail(context, "'%s' does not refer to an existing lookup table\n", token);
-        nqerr_throw(context.errorHandler, NQERR_FATAL, "%s\n%s\n",
+        context.report.error("%s\n%s\n",
                     "OPT_LOOKUP: requires the name of an existing lookup table",
                     " which has been defined with the LOOKUP: command");
         return false;

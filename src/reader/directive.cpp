@@ -49,7 +49,7 @@ int lookupDirective(const DefinitionSet& definitions, const RunContext& context,
     if (word.empty() || word.back() != ':') return -1;
     auto found = definitions.directiveTable.find(word);
     if (found == definitions.directiveTable.end()) return -1;
-    nqerr_throw(context.debugHandler, NQERR_DEBUG, "Changing mode, new Mode = %s (enum=%d)\n", found->first.c_str(),
+    context.report.progress("Changing mode, new Mode = %s (enum=%d)\n", found->first.c_str(),
                 found->second);
     return found->second;
 }

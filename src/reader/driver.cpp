@@ -32,33 +32,33 @@ struct TokenListDeleter {
 };
 
 int fatal(const RunContext& context, const char* message) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, "%s", message);
+    context.report.error("%s", message);
     return kFailure;
 }
 
 int startUp(RunContext& context) {
     if (nqerr_initialize() != 1) {
-        std::fputs("Problem initializing NQERR \n", context.err);
+        context.report.standardError("Problem initializing NQERR \n");
         return kFailure;
     }
-    if (nqerr_new(&context.debugHandler) != 1) {
-        std::fputs("Problem creating NQERR handler for debug\n", context.err);
+    if (nqerr_new(&context.report.debugHandler) != 1) {
+        context.report.standardError("Problem creating NQERR handler for debug\n");
         return kFailure;
     }
-    if (nqerr_new(&context.errorHandler) != 1) {
-        std::fputs("Problem creating NQERR handler for errors\n", context.err);
+    if (nqerr_new(&context.report.errorHandler) != 1) {
+        context.report.standardError("Problem creating NQERR handler for errors\n");
         return kFailure;
     }
-    if (nqerr_level(context.errorHandler, NQERR_DEBUG) != 1) {
-        std::fputs("Problem setting level for error handler\n", context.err);
+    if (nqerr_level(context.report.errorHandler, NQERR_DEBUG) != 1) {
+        context.report.standardError("Problem setting level for error handler\n");
         return kFailure;
     }
     // The one start-up failure that does not end the run.
-    if (nqerr_file(context.errorHandler, context.err) != 1)
-        std::fputs("Problem setting file for error handler\n", context.err);
-    if (nqerr_level(context.debugHandler, NQERR_OFF) != 1)
+    if (nqerr_file(context.report.errorHandler, context.report.err) != 1)
+        context.report.standardError("Problem setting file for error handler\n");
+    if (nqerr_level(context.report.debugHandler, NQERR_OFF) != 1)
         return fatal(context, "Error setting level for debug error handler ");
-    if (nqtoken_initialize(context.errorHandler, NQERR_OFF) != 0)
+    if (nqtoken_initialize(context.report.errorHandler, NQERR_OFF) != 0)
         return fatal(context, "Could not initialize the NQTOKEN libray \n");
     return 0;
 }
@@ -72,7 +72,7 @@ int readDefinition(DefinitionSet& definitions, const RunContext& context, std::i
         ++lineNumber;
         nqtoken_list* made = nullptr;
         if (nqtoken_new(&made, line, " \t\n", "\"", "#", 0, 0) != 0) {
-            nqerr_throw(context.errorHandler, NQERR_FATAL, "Cannot tokenize line %d of input file\n", lineNumber);
+            context.report.error("Cannot tokenize line %d of input file\n", lineNumber);
             return kFailure;
         }
         std::unique_ptr<nqtoken_list, TokenListDeleter> tokens(made);
@@ -81,23 +81,23 @@ int readDefinition(DefinitionSet& definitions, const RunContext& context, std::i
             const int directive = lookupDirective(definitions, context, nqtoken_get_token(tokens.get(), index));
             if (directive >= 0) {
                 if (!changeMode(definitions, context, directive, lineNumber)) {
-                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Error with definition on line %d\n", lineNumber);
+                    context.report.error("Error with definition on line %d\n", lineNumber);
                     return kFailure;
                 }
             } else if (!handleArgumentToken(definitions, context, tokens.get(), index)) {
-                nqerr_throw(context.errorHandler, NQERR_FATAL, "Error processing command on line: %d\n", lineNumber);
+                context.report.error("Error processing command on line: %d\n", lineNumber);
                 if (definitions.currentKeyword != nullptr)
-                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Currently processing keyword: '%s'\n",
+                    context.report.error("Currently processing keyword: '%s'\n",
                                 definitions.currentKeyword->name.c_str());
                 if (definitions.currentOption != nullptr)
-                    nqerr_throw(context.errorHandler, NQERR_FATAL, "Currently processing option: '%s'\n",
+                    context.report.error("Currently processing option: '%s'\n",
                                 definitions.currentOption->name.c_str());
                 return kFailure;
             }
         }
     }
     if (!changeMode(definitions, context, MODE_END_OF_INPUT, lineNumber)) return fatal(context, "Error with definition\n");
-    nqerr_throw(context.debugHandler, NQERR_DEBUG, "Have found %d keywords\n",
+    context.report.progress("Have found %d keywords\n",
                 static_cast<int>(definitions.keywords.size()));
     return 0;
 }
@@ -124,12 +124,12 @@ int runQuillet(const std::vector<std::string>& arguments, std::istream& definiti
         if (argument == "-h") {
             // The unclosed bracket and trailing blank are the usage text as
             // users' scripts know it.
-            std::fputs("usage: quillet [-h] ", context.err);
-            std::fputs("[-html] <infile \n", context.err);
+            context.report.standardError("usage: quillet [-h] ");
+            context.report.standardError("[-html] <infile \n");
             return kFailure;
         }
         if (argument == "-html") htmlMode = true;
-        else std::fprintf(context.out, "quillet: Ignoring unrecognized argument:%s\n", argument.c_str());
+        else context.report.standardOutput("quillet: Ignoring unrecognized argument:" + argument + "\n");
     }
 
     ErrorLibrarySession errorLibrary;

@@ -8,12 +8,12 @@ namespace quillet {
 namespace {
 
 bool fail(const RunContext& context, const char* message) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, "%s\n", message);
+    context.report.error("%s\n", message);
     return false;
 }
 
 bool fail(const RunContext& context, const char* first, const char* second) {
-    nqerr_throw(context.errorHandler, NQERR_FATAL, "%s%s\n", first, second);
+    context.report.error("%s%s\n", first, second);
     return false;
 }
 
@@ -23,7 +23,7 @@ bool checkPreviousDirective(DefinitionSet& defs, const RunContext& context) {
     // Only the directive right after KEYWORD: or OPTION: notices that it was
     // left incomplete.
     if (keyword != nullptr && defs.mode == KEYWORD && !keyword->isComplete) {
-        nqerr_throw(context.errorHandler, NQERR_FATAL, "%s%d%s\n", "The KEYWORD: command defined on line: ",
+        context.report.error("%s%d%s\n", "The KEYWORD: command defined on line: ",
                     keyword->lineNumber, " is not complete");
         return fail(context, "The syntax is: 'KEYWORD: keyword_text keyword_ID' ");
     }
@@ -35,7 +35,7 @@ bool checkPreviousDirective(DefinitionSet& defs, const RunContext& context) {
         option->readOnly = true;
     }
     if (option != nullptr && defs.mode == OPTION && !option->isComplete) {
-        nqerr_throw(context.errorHandler, NQERR_FATAL, "%s%d%s\n", "The OPTION: command defined on line: ",
+        context.report.error("%s%d%s\n", "The OPTION: command defined on line: ",
                     option->lineNumber, " is not complete");
         return fail(context, "The syntax is: 'OPTION: option_name option_ID nq_type'");
     }

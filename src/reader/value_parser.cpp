@@ -35,7 +35,7 @@ bool integerLimit(const DefinitionSet& definitions, const RunContext& context, c
         return true;
     }
     if (!definitions.findEntryValueById(text, value)) return false;
-    nqerr_throw(context.errorHandler, NQERR_DEBUG, "%s%s%s%d\n", "  Found Table Name entry (", text.c_str(),
+    context.report.errorDebug("%s%s%s%d\n", "  Found Table Name entry (", text.c_str(),
                 "). Value is ", value);
     return true;
 }
@@ -54,12 +54,12 @@ bool setLimit(const DefinitionSet& definitions, const RunContext& context, Optio
         if (option.hasDefault) {
             const std::int32_t defaultValue = option.intDefault();
             if (minimum && defaultValue < value) {
-                std::fprintf(context.err, "Minimum value :'%d' is larger than the default value '%d'\n", value,
+                context.report.standardError("Minimum value :'%d' is larger than the default value '%d'\n", value,
                              defaultValue);
                 return false;
             }
             if (!minimum && defaultValue > value) {
-                std::fprintf(context.err, "Maximum value :'%d' is less than the default value '%d'\n", value,
+                context.report.standardError("Maximum value :'%d' is less than the default value '%d'\n", value,
                              defaultValue);
                 return false;
             }
@@ -70,12 +70,12 @@ bool setLimit(const DefinitionSet& definitions, const RunContext& context, Optio
         if (option.hasDefault) {
             const double defaultValue = option.doubleDefault();
             if (minimum && value > defaultValue) {
-                std::fprintf(context.err, "Minimum value :'%g' is larger than the default value '%g'\n", value,
+                context.report.standardError("Minimum value :'%g' is larger than the default value '%g'\n", value,
                              defaultValue);
                 return false;
             }
             if (!minimum && defaultValue > value) {
-                std::fprintf(context.err, "Maximum value :'%g' is less than the default value '%g'\n", value,
+                context.report.standardError("Maximum value :'%g' is less than the default value '%g'\n", value,
                              defaultValue);
                 return false;
             }
@@ -134,7 +134,7 @@ bool parseDefaultValue(OptionDef& option, const RunContext& context, const nqtok
     case OptionType::NQ_DOUBLE_TYPE: {
         double value = 0;
         if (nqtoken_get_double(tokens, index, &value) != 0) {
-            nqerr_throw(context.errorHandler, NQERR_FATAL, "Bad double default value: '%s'\n", token.c_str());
+            context.report.error("Bad double default value: '%s'\n", token.c_str());
             return false;
         }
         option.defaultValue = value;
@@ -147,7 +147,7 @@ bool parseDefaultValue(OptionDef& option, const RunContext& context, const nqtok
         } else if (token == "false" || token == "off") {
             option.defaultValue = false;
         } else {
-            nqerr_throw(context.errorHandler, NQERR_FATAL, "Bad boolean default value: '%s'\n", token.c_str());
+            context.report.error("Bad boolean default value: '%s'\n", token.c_str());
             return false;
         }
         option.hasDefault = true;

@@ -23,7 +23,7 @@ namespace {
 struct Setup {
     RunContext context = fuzz::quietContext();
     fs::path root = fuzz::processTempDir("aliases");
-    Setup() { context.errorHandler = fuzz::quietErrorHandler(context); }
+    Setup() { context.report.errorHandler = fuzz::quietErrorHandler(context); }
 };
 
 Setup& setup() {

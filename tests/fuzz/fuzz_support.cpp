@@ -43,8 +43,8 @@ fs::path processTempDir(const char* purpose) {
 
 RunContext quietContext() {
     RunContext context;
-    context.out = devNull();
-    context.err = devNull();
+    context.report.out = devNull();
+    context.report.err = devNull();
     context.outputDir = processTempDir("out");
     return context;
 }
@@ -64,7 +64,7 @@ fs::path writeAliasTree(const fs::path& root, const std::string& aliasFile) {
 int quietErrorHandler(const RunContext& context) {
     int handle = -1;
     if (nqerr_initialize() != 1 || nqerr_new(&handle) != 1 || nqerr_level(handle, NQERR_DEBUG) != 1 ||
-        nqerr_file(handle, context.err) != 1)
+        nqerr_file(handle, context.report.err) != 1)
         std::abort();
     return handle;
 }

@@ -28,7 +28,7 @@ using TokenList = std::unique_ptr<nqtoken_list, TokenListDeleter>;
 
 struct Setup {
     RunContext context = fuzz::quietContext();
-    Setup() { context.errorHandler = fuzz::quietErrorHandler(context); }
+    Setup() { context.report.errorHandler = fuzz::quietErrorHandler(context); }
 };
 
 const RunContext& context() {

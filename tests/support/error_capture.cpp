@@ -8,12 +8,12 @@ namespace quillet::testing {
 
 ErrorCapture::ErrorCapture() {
     file_ = std::tmpfile();
-    if (file_ == nullptr || nqerr_initialize() != 1 || nqerr_new(&context_.debugHandler) != 1 ||
-        nqerr_new(&context_.errorHandler) != 1 || nqerr_level(context_.errorHandler, NQERR_DEBUG) != 1 ||
-        nqerr_file(context_.errorHandler, file_) != 1 || nqerr_level(context_.debugHandler, NQERR_OFF) != 1)
+    if (file_ == nullptr || nqerr_initialize() != 1 || nqerr_new(&context_.report.debugHandler) != 1 ||
+        nqerr_new(&context_.report.errorHandler) != 1 || nqerr_level(context_.report.errorHandler, NQERR_DEBUG) != 1 ||
+        nqerr_file(context_.report.errorHandler, file_) != 1 || nqerr_level(context_.report.debugHandler, NQERR_OFF) != 1)
         throw std::runtime_error("cannot set up the error library");
-    context_.err = file_;
-    context_.out = file_;
+    context_.report.err = file_;
+    context_.report.out = file_;
 }
 
 ErrorCapture::~ErrorCapture() {
