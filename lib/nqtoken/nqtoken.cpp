@@ -9,8 +9,9 @@
 #include <vector>
 
 struct nqtoken_list {
-    std::string text;                 // the words, each followed by a NUL
-    std::vector<std::size_t> starts;  // offset of each word in `text`
+    std::string text;                  // the words, each followed by a NUL
+    std::vector<std::size_t> starts;   // offset of each word in `text`
+    std::vector<std::size_t> offsets;  // offset of each word in the line
 };
 
 namespace {
@@ -40,11 +41,14 @@ bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
     char* const base = list.text.data();
     char* out = base;
     bool inWord = false;
+    const char* p = line;
     auto startWord = [&] {
-        if (!inWord) list.starts.push_back(static_cast<std::size_t>(out - base));
+        if (!inWord) {
+            list.starts.push_back(static_cast<std::size_t>(out - base));
+            list.offsets.push_back(static_cast<std::size_t>(p - line));
+        }
         inWord = true;
     };
-    const char* p = line;
     for (;;) {
         switch (classes[static_cast<unsigned char>(*p)]) {
         case End:
@@ -74,22 +78,10 @@ bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
     }
 }
 
-// One released list is kept for the next line, which spares the reader an
-// allocation per line.
-nqtoken_list* spareList = nullptr;
-
-nqtoken_list* takeList() {
-    nqtoken_list* list = spareList;
-    spareList = nullptr;
-    if (list == nullptr) return new (std::nothrow) nqtoken_list;
-    list->text.clear();
-    list->starts.clear();
-    return list;
-}
-
-void releaseList(nqtoken_list* list) {
-    if (spareList == nullptr) spareList = list;
-    else delete list;
+void clear(nqtoken_list& list) {
+    list.text.clear();
+    list.starts.clear();
+    list.offsets.clear();
 }
 
 }  // namespace
@@ -100,19 +92,30 @@ extern "C" {
 // of its own to send to the caller's handler.
 int nqtoken_initialize(int, unsigned int) { return 0; }
 
-int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, const char* quotes,
-                const char* comments, int, int) {
+int nqtoken_refill(nqtoken_list* list, const char* line, const char* separators, const char* quotes,
+                   const char* comments) {
     if (list == nullptr) return 1;
-    *list = nullptr;
+    clear(*list);
     CharClasses classes = {};
     classes[0] = End;
     mark(classes, quotes, Quote);
     mark(classes, comments, Comment);
     mark(classes, separators, Separator);
-    nqtoken_list* made = takeList();
+    if (line != nullptr && !split(*list, line, classes)) {
+        clear(*list);
+        return 1;
+    }
+    return 0;
+}
+
+int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, const char* quotes,
+                const char* comments, int, int) {
+    if (list == nullptr) return 1;
+    *list = nullptr;
+    nqtoken_list* made = new (std::nothrow) nqtoken_list;
     if (made == nullptr) return 1;
-    if (line != nullptr && !split(*made, line, classes)) {
-        releaseList(made);
+    if (nqtoken_refill(made, line, separators, quotes, comments) != 0) {
+        delete made;
         return 1;
     }
     *list = made;
@@ -122,6 +125,11 @@ int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, c
 int nqtoken_num(const nqtoken_list* list) { return list == nullptr ? 0 : static_cast<int>(list->starts.size()); }
 
 const char* nqtoken_get_token(const nqtoken_list* list, int index) { return word(list, index); }
+
+int nqtoken_get_offset(const nqtoken_list* list, int index) {
+    if (word(list, index) == nullptr) return -1;
+    return static_cast<int>(list->offsets[static_cast<std::size_t>(index)]);
+}
 
 int nqtoken_get_int(const nqtoken_list* list, int index, int* value) {
     const char* p = word(list, index);
@@ -154,7 +162,7 @@ int nqtoken_get_double(const nqtoken_list* list, int index, double* value) {
 }
 
 int nqtoken_delete(nqtoken_list* list) {
-    if (list != nullptr) releaseList(list);
+    delete list;
     return 0;
 }
 

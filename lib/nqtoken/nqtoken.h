@@ -20,11 +20,21 @@ int nqtoken_initialize(int error_handler, unsigned int level);
 int nqtoken_new(nqtoken_list** list, const char* line, const char* separators, const char* quotes,
                 const char* comments, int reserved1, int reserved2);
 
+/* Splits `line` into an existing list, replacing its words and reusing its
+ * memory, so that a caller reading many lines keeps one list. Fails as
+ * nqtoken_new does; the list is then empty. */
+int nqtoken_refill(nqtoken_list* list, const char* line, const char* separators, const char* quotes,
+                   const char* comments);
+
 /* The number of words; 0 for an empty or comment-only line or a null list. */
 int nqtoken_num(const nqtoken_list* list);
 
 /* The word's text without its quote characters, or null for a bad index. */
 const char* nqtoken_get_token(const nqtoken_list* list, int index);
+
+/* The byte offset in the line at which the word starts (at its opening quote
+ * for a quoted word), or -1 for a bad index. */
+int nqtoken_get_offset(const nqtoken_list* list, int index);
 
 /* Stores the word's value when the whole word is an optional sign followed by
  * decimal digits within the 32-bit signed range. */

@@ -10,8 +10,9 @@ namespace {
 constexpr const char* kFileName = "nq_command_id.cxx";
 
 // The class of one option ID object; null for a type outside the four known ones.
-const char* optionClass(OptionType type) {
-    switch (type) {
+const char* optionClass(std::optional<OptionType> type) {
+    if (!type) return nullptr;
+    switch (*type) {
         case OptionType::NQ_INT_TYPE: return "\tNQ_IntOptionID ";
         case OptionType::NQ_DOUBLE_TYPE: return "\tNQ_DoubleOptionID ";
         case OptionType::NQ_BOOL_TYPE: return "\tNQ_BoolOptionID ";

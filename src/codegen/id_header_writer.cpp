@@ -16,12 +16,13 @@ struct Declaration {
 
 // How an option ID of each type is declared; the Boolean line alone ends in
 // a blank. Null for a type outside the four known ones.
-const Declaration* optionDeclaration(OptionType type) {
+const Declaration* optionDeclaration(std::optional<OptionType> type) {
+    if (!type) return nullptr;
     static constexpr Declaration kInt{"\textern NQ_IntOptionID ", ";\n"};
     static constexpr Declaration kDouble{"\textern NQ_DoubleOptionID ", ";\n"};
     static constexpr Declaration kBool{"\textern NQ_BoolOptionID ", "; \n"};
     static constexpr Declaration kString{"\textern NQ_StringOptionID ", ";\n"};
-    switch (type) {
+    switch (*type) {
         case OptionType::NQ_INT_TYPE: return &kInt;
         case OptionType::NQ_DOUBLE_TYPE: return &kDouble;
         case OptionType::NQ_BOOL_TYPE: return &kBool;

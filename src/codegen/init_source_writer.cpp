@@ -32,7 +32,8 @@ void writeLimits(std::ostream& out, const OptionDef& option, const char* castCla
 // The constructor and the typed default and limit lines of one option;
 // false for a type outside the four known ones, before anything is written.
 bool writeTypedOption(std::ostream& out, const OptionDef& option) {
-    switch (option.type) {
+    if (!option.type) return false;
+    switch (*option.type) {
         case OptionType::NQ_INT_TYPE:
             out << "\tcurrent_option = new NQ_IntOption( \"" << option.name << "\", " << option.id << " );\n";
             if (option.hasDefault) out << "\tcurrent_option->setDefaultValue( " << option.intDefault() << " );\n";
@@ -73,7 +74,7 @@ bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet
             writeLookupValues(*table, out);
         else
             context.report.error("Unknown lookup table name: '%s'\n",
-                        option.lookupTableName.c_str());
+                        option.lookupTableName.data());
     }
     if (option.lookupCaseSensitive) out << "\tcurrent_option->makeLookupCaseSensitive( );\n";
     if (option.readOnly) out << "\tcurrent_option->makeReadOnly( );\n";

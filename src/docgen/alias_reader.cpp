@@ -97,7 +97,7 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
         readWord(file, word);
 
         KeywordDef* alias = definitions.newKeyword();
-        alias->name = aliasName;
+        alias->name = definitions.keep(aliasName);
         alias->isAlias = true;
         // Appended before the look-up, so an alias may name itself.
         definitions.keywords.push_back(alias);
@@ -109,8 +109,8 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
             context.report.standardOutput(" ??? " + word + "\n");
             return false;
         }
-        target->addAlias(alias);
-        alias->addAlias(target);
+        target->aliases.push_back(alias);
+        alias->aliases.push_back(target);
     }
     return true;
 }

@@ -23,7 +23,7 @@ const LookupTableDef* findOptionTable(const OptionDef& option, const DefinitionS
                                       const RunContext& context) {
     const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName);
     if (table == nullptr)
-        context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.c_str());
+        context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.data());
     return table;
 }
 
@@ -38,7 +38,7 @@ void writeLookupChoices(std::ostream& out, const LookupTableDef& table) {
 
 bool writeValuePlaceholder(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
                            const RunContext& context) {
-    switch (option.type) {
+    if (option.type) switch (*option.type) {
     case OptionType::NQ_STRING_TYPE: out << "&lt;text&gt;"; return true;
     case OptionType::NQ_BOOL_TYPE: out << "yes | no"; return true;
     case OptionType::NQ_DOUBLE_TYPE: out << "&lt;x&gt;"; return true;
@@ -63,7 +63,7 @@ void writeLookupValues(std::ostream& out, const LookupTableDef& table) {
 
 bool writeValidValues(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
                       const RunContext& context) {
-    switch (option.type) {
+    if (option.type) switch (*option.type) {
     case OptionType::NQ_STRING_TYPE: out << "text strings<br/></td></tr>\r\n"; return true;
     case OptionType::NQ_BOOL_TYPE:
         out << "boolean (true|false; yes|no; y|n; on|off)<br/></td></tr>\r\n";
@@ -89,7 +89,7 @@ void writeDefaultLine(std::ostream& out, const Value& value) {
 bool writeDefaultRow(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
                      const RunContext& context) {
     out << "<tr align=\"left\"><td valign=\"top\">Default value: </td>\r\n";
-    switch (option.type) {
+    if (option.type) switch (*option.type) {
     case OptionType::NQ_BOOL_TYPE: writeDefaultLine(out, option.boolDefault() ? "true" : "false"); return true;
     case OptionType::NQ_DOUBLE_TYPE: writeDefaultLine(out, option.doubleDefault()); return true;
     case OptionType::NQ_STRING_TYPE: writeDefaultLine(out, escapeText(option.stringDefault())); return true;
@@ -97,11 +97,11 @@ bool writeDefaultRow(std::ostream& out, const OptionDef& option, const Definitio
         if (!option.hasLookupTable) {
             writeDefaultLine(out, option.intDefault());
         } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
-            std::string entryName;
+            Text entryName;
             if (table->findNameByValue(option.intDefault(), entryName))
                 writeDefaultLine(out, entryName);
             else
-                context.report.error("Default value not in lookup table: '%s'\n", table->name.c_str());
+                context.report.error("Default value not in lookup table: '%s'\n", table->name.data());
         }
         return true;
     }
@@ -170,7 +170,7 @@ bool writeOptionDetails(std::ostream& out, const KeywordDef& keyword, const Defi
                         const RunContext& context) {
     if (!writeOptionList(out, keyword, definitions, context)) return false;
     writeOperands(out, keyword);
-    if (keyword.hasAliases()) {
+    if (!keyword.aliases.empty()) {
         out << "<p>Aliases:\r\n";
         writeAliasLinks(out, keyword);
         out << "</p>\r\n";

@@ -23,12 +23,12 @@ bool writeKeywordTopicBody(std::ostream& out, const KeywordDef& keyword, const D
                            const RunContext& context) {
     out << "<p>" << escapeText(keyword.description) << "</p>\r\n";
     if (!writeSyntax(out, keyword, definitions, context)) {
-        context.report.error("Error writing keyword syntax for %s", keyword.name.c_str());
+        context.report.error("Error writing keyword syntax for %s", keyword.name.data());
         return false;
     }
     out << "</p>\r\n";
     if (!writeOptionDetails(out, keyword, definitions, context)) {
-        context.report.error("Error writing option details for %s", keyword.name.c_str());
+        context.report.error("Error writing option details for %s", keyword.name.data());
         return false;
     }
     return true;
@@ -36,7 +36,7 @@ bool writeKeywordTopicBody(std::ostream& out, const KeywordDef& keyword, const D
 
 // A failed topic keeps what was written so far.
 bool writeTopic(const KeywordDef& record, const DefinitionSet& definitions, const RunContext& context) {
-    const std::string fileName = record.name + ".html";
+    const std::string fileName = std::string(record.name.view()) + ".html";
     std::ofstream out(context.outputPath(fileName), std::ios::binary);
     if (!out) {
         context.report.error("Error opening file: %s\n", fileName.c_str());

@@ -4,12 +4,14 @@
 
 namespace quillet {
 
-KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordCounter); }
+KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordCounter_, one_); }
 
-OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter); }
+OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter_); }
 
-LookupTableDef* DefinitionSet::newLookupTable(const std::string& name) {
-    return tableStore_.create(name);
+LookupTableDef* DefinitionSet::newLookupTable(std::string_view name) {
+    LookupTableDef* table = tableStore_.create(keep(name));
+    lookupTables[table->name] = table;
+    return table;
 }
 
 const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) const {
@@ -17,10 +19,12 @@ const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) cons
     return found == lookupTables.end() ? nullptr : found->second;
 }
 
-void DefinitionSet::addLookupEntry(LookupTableDef& table, const std::string& entryId, const std::string& entryName,
+void DefinitionSet::addLookupEntry(LookupTableDef& table, std::string_view entryId, std::string_view entryName,
                                    std::int32_t value) {
-    table.addEntry(entryId, entryName, value);
-    entryValues_.emplace(entryId, value);
+    table.ids.push_back(keep(entryId));
+    table.names.push_back(keep(entryName));
+    table.values.push_back(value);
+    entryValues_.emplace(table.ids.back(), value);
 }
 
 bool DefinitionSet::findEntryValueById(std::string_view entryId, std::int32_t& value) const {

@@ -1,32 +1,28 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
+
+#include "model/text.h"
 
 namespace quillet {
 
 // A named table of (entry ID, entry name, value) triples, kept as three
 // parallel lists in definition order.
 struct LookupTableDef {
-    std::vector<std::string> names;
-    std::vector<std::string> ids;
+    std::vector<Text> names;
+    std::vector<Text> ids;
     std::vector<std::int32_t> values;
-    std::string name;
+    Text name;
     // Sentinels, printed as they stand for a table without entries.
     std::int32_t minValue = 999999999;
     std::int32_t maxValue = -999999999;
 
-    explicit LookupTableDef(std::string tableName) : name(std::move(tableName)) {}
+    explicit LookupTableDef(Text tableName) : name(tableName) {}
     LookupTableDef(const LookupTableDef&) = delete;
     LookupTableDef& operator=(const LookupTableDef&) = delete;
 
-    void addEntry(const std::string& entryId, const std::string& entryName, std::int32_t value) {
-        ids.push_back(entryId);
-        names.push_back(entryName);
-        values.push_back(value);
-    }
     std::size_t size() const { return values.size(); }
 
     // The searches stop at the first exact match, in entry order. (Entries
@@ -40,7 +36,7 @@ struct LookupTableDef {
         }
         return false;
     }
-    bool findNameByValue(std::int32_t value, std::string& entryName) const {
+    bool findNameByValue(std::int32_t value, Text& entryName) const {
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (values[i] == value) {
                 entryName = names[i];
@@ -49,7 +45,6 @@ struct LookupTableDef {
         }
         return false;
     }
-
 };
 
 }  // namespace quillet

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <array>
+#include <optional>
+#include <string_view>
+
 namespace quillet {
 
 // The numeric values are part of the definition language: the type words map
@@ -11,6 +15,27 @@ enum class OptionType : int {
     NQ_STRING_TYPE = 3,
 };
 
-inline int typeNumber(OptionType type) { return static_cast<int>(type); }
+struct TypeName {
+    std::string_view word;
+    OptionType type;
+};
+
+// The type words of the third OPTION: argument, matched exactly.
+inline constexpr std::array<TypeName, 4> kTypeNames{{
+    {"NQ_INT_TYPE", OptionType::NQ_INT_TYPE},
+    {"NQ_DOUBLE_TYPE", OptionType::NQ_DOUBLE_TYPE},
+    {"NQ_BOOL_TYPE", OptionType::NQ_BOOL_TYPE},
+    {"NQ_STRING_TYPE", OptionType::NQ_STRING_TYPE},
+}};
+
+inline std::optional<OptionType> findOptionType(std::string_view word) {
+    for (const TypeName& name : kTypeNames)
+        if (name.word == word) return name.type;
+    return std::nullopt;
+}
+
+// The number an "Unknown type" report prints; -1 for an option that never
+// received its type word.
+inline int typeNumber(std::optional<OptionType> type) { return type ? static_cast<int>(*type) : -1; }
 
 }  // namespace quillet

@@ -1,6 +1,5 @@
 #include "reader/driver.h"
 
-#include <memory>
 
 #include "codegen/id_header_writer.h"
 #include "codegen/source_writer.h"
@@ -10,25 +9,18 @@
 #include "model/definition_set.h"
 #include "nqerr.h"
 #include "nqtoken.h"
-#include "reader/argument_handler.h"
-#include "reader/directive.h"
-#include "reader/mode_machine.h"
+#include "reader/definition_reader.h"
 
 namespace quillet {
 
 namespace {
 
 constexpr int kFailure = 255;
-constexpr std::streamsize kLineBuffer = 255;  // at most 254 characters a line
 
 // Releases the error library when the run ends, so that a process may run
 // the tool again (tests, benchmarks, fuzzers).
 struct ErrorLibrarySession {
     ~ErrorLibrarySession() { nqerr_terminate(); }
-};
-
-struct TokenListDeleter {
-    void operator()(nqtoken_list* list) const { nqtoken_delete(list); }
 };
 
 int fatal(const RunContext& context, const char* message) {
@@ -65,41 +57,13 @@ int startUp(RunContext& context) {
 
 // Reads the definition line by line; a line too long for the buffer ends the
 // definition there, silently.
-int readDefinition(DefinitionSet& definitions, const RunContext& context, std::istream& input) {
-    char line[kLineBuffer];
+int readDefinition(DefinitionSet& definitions, RunContext& context, LineReader& input) {
+    DefinitionReader reader(definitions, context.report);
+    Line line{};
     int lineNumber = 0;
-    while (input.getline(line, kLineBuffer)) {
-        ++lineNumber;
-        nqtoken_list* made = nullptr;
-        if (nqtoken_new(&made, line, " \t\n", "\"", "#", 0, 0) != 0) {
-            context.report.error("Cannot tokenize line %d of input file\n", lineNumber);
-            return kFailure;
-        }
-        std::unique_ptr<nqtoken_list, TokenListDeleter> tokens(made);
-        const int count = nqtoken_num(tokens.get());
-        for (int index = 0; index < count; ++index) {
-            const int directive = lookupDirective(definitions, context, nqtoken_get_token(tokens.get(), index));
-            if (directive >= 0) {
-                if (!changeMode(definitions, context, directive, lineNumber)) {
-                    context.report.error("Error with definition on line %d\n", lineNumber);
-                    return kFailure;
-                }
-            } else if (!handleArgumentToken(definitions, context, tokens.get(), index)) {
-                context.report.error("Error processing command on line: %d\n", lineNumber);
-                if (definitions.currentKeyword != nullptr)
-                    context.report.error("Currently processing keyword: '%s'\n",
-                                definitions.currentKeyword->name.c_str());
-                if (definitions.currentOption != nullptr)
-                    context.report.error("Currently processing option: '%s'\n",
-                                definitions.currentOption->name.c_str());
-                return kFailure;
-            }
-        }
-    }
-    if (!changeMode(definitions, context, MODE_END_OF_INPUT, lineNumber)) return fatal(context, "Error with definition\n");
-    context.report.progress("Have found %d keywords\n",
-                static_cast<int>(definitions.keywords.size()));
-    return 0;
+    while (input.next(line))
+        if (!reader.readLine(line, ++lineNumber)) return kFailure;
+    return reader.finish(lineNumber) ? 0 : kFailure;
 }
 
 int writeSources(const DefinitionSet& definitions, const RunContext& context) {
@@ -118,7 +82,7 @@ int writeReference(DefinitionSet& definitions, const RunContext& context) {
 
 }  // namespace
 
-int runQuillet(const std::vector<std::string>& arguments, std::istream& definition, RunContext context) {
+int runQuillet(const std::vector<std::string>& arguments, LineReader& definition, RunContext context) {
     bool htmlMode = false;
     for (const std::string& argument : arguments) {
         if (argument == "-h") {
@@ -136,7 +100,6 @@ int runQuillet(const std::vector<std::string>& arguments, std::istream& definiti
     if (int status = startUp(context); status != 0) return status;
 
     DefinitionSet definitions;
-    buildDirectiveTables(definitions);
     if (int status = readDefinition(definitions, context, definition); status != 0) return status;
     return htmlMode ? writeReference(definitions, context) : writeSources(definitions, context);
 }

@@ -37,7 +37,7 @@ Setup& setup() {
 int run(const std::string& definition, bool html, const fs::path* aliasRoot) {
     RunContext context = setup().context;
     if (aliasRoot != nullptr) context.vellumSrc = aliasRoot->string();
-    std::istringstream input(definition);
+    LineReader input(definition);
     const int status = runQuillet(html ? std::vector<std::string>{"-html"} : std::vector<std::string>{}, input, context);
     if (status != 0 && status != 255) std::abort();
     return status;

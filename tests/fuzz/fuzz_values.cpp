@@ -31,9 +31,9 @@ struct Setup {
     Setup() { context.report.errorHandler = fuzz::quietErrorHandler(context); }
 };
 
-const RunContext& context() {
+const Reporter& report() {
     static Setup instance;
-    return instance.context;
+    return instance.context.report;
 }
 
 void require(bool condition) {
@@ -80,46 +80,38 @@ void checkConversions(const nqtoken_list* tokens, int index) {
     if (isDouble) require(real == expectedDouble || (std::isnan(real) && std::isnan(expectedDouble)));
 }
 
-// Options are made on the stack and the definition once: a definition's
-// record stores are sized for large runs, too costly to set up per input.
-void checkDefaults(const nqtoken_list* tokens, int index) {
+void checkDefaults(DefinitionSet& definitions, const nqtoken_list* tokens, int index) {
     for (OptionType type : {OptionType::NQ_INT_TYPE, OptionType::NQ_DOUBLE_TYPE, OptionType::NQ_BOOL_TYPE,
                             OptionType::NQ_STRING_TYPE}) {
         OptionDef option(1);
         option.type = type;
-        const bool accepted = parseDefaultValue(option, context(), tokens, index);
+        const bool accepted = parseDefaultValue(definitions, report(), option, tokens, index);
         require(accepted == option.hasDefault || (type == OptionType::NQ_INT_TYPE && accepted));
     }
 }
 
 // Limits against an option set up by the selector's upper bits, with a
 // lookup table whose entry IDs a limit may name.
-const DefinitionSet& definitionWithTable() {
-    static DefinitionSet definitions;
-    if (definitions.lookupTables.empty()) {
-        LookupTableDef* table = definitions.newLookupTable("Colors");
-        definitions.addLookupEntry(*table, "RED", "red", 1);
-        definitions.addLookupEntry(*table, "GREEN", "green", 16);
-        definitions.lookupTables["Colors"] = table;
-    }
-    return definitions;
-}
-
-void checkLimits(const std::string& text, unsigned selector) {
-    const DefinitionSet& definitions = definitionWithTable();
+void checkLimits(DefinitionSet& definitions, const std::string& text, unsigned selector) {
+    LookupTableDef* table = definitions.newLookupTable("Colors");
+    definitions.addLookupEntry(*table, "RED", "red", 1);
+    definitions.addLookupEntry(*table, "GREEN", "green", 16);
     OptionDef option(1);
     const bool isDouble = (selector & 32) != 0;
     option.type = isDouble ? OptionType::NQ_DOUBLE_TYPE : OptionType::NQ_INT_TYPE;
     if ((selector & 64) != 0) {
         option.hasDefault = true;
-        if (isDouble) option.defaultValue = 2.5;
-        else option.defaultValue = std::int32_t{5};
+        if (isDouble) option.defaultValue.doubleValue = 2.5;
+        else option.defaultValue.intValue = 5;
     }
-    if ((selector & 128) != 0) option.setLookupTable("Colors");
-    option.defaultText = text;
+    if ((selector & 128) != 0) {
+        option.hasLookupTable = true;
+        option.lookupTableName = table->name;
+    }
+    option.defaultText = definitions.keep(text);
 
-    require(setMinimum(definitions, context(), option, text) == option.hasMinimum);
-    require(setMaximum(definitions, context(), option, text) == option.hasMaximum);
+    require(setLimit(definitions, report(), option, text, Limit::Minimum) == option.hasMinimum);
+    require(setLimit(definitions, report(), option, text, Limit::Maximum) == option.hasMaximum);
     require(resolveSymbolicDefault(definitions, option) == (isDouble || option.hasLookupTable));
 }
 
@@ -130,17 +122,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const unsigned selector = data[0];
     const std::string text = fuzz::bytesOf(data + 1, size - 1);
 
+    DefinitionSet definitions;
     if (TokenList tokens = tokenize(text, selector)) {
         const int count = nqtoken_num(tokens.get());
         require(nqtoken_get_token(tokens.get(), count) == nullptr);
         for (int index = 0; index < count; ++index) {
             checkConversions(tokens.get(), index);
-            checkDefaults(tokens.get(), index);
+            checkDefaults(definitions, tokens.get(), index);
         }
     }
 
     std::int64_t value = 0;
     parseNumber(text, value);
-    checkLimits(text, selector);
+    checkLimits(definitions, text, selector);
     return 0;
 }

@@ -16,7 +16,7 @@ namespace {
 
 KeywordDef& addKeyword(DefinitionSet& definitions, const std::string& name) {
     KeywordDef* keyword = definitions.newKeyword();
-    keyword->name = name;
+    keyword->name = definitions.keep(name);
     definitions.keywords.push_back(keyword);
     return *keyword;
 }

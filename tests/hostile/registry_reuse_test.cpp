@@ -19,7 +19,7 @@ TEST(RegistryReuse, ManyKeywordsAfterOneHugeKeywordAreReadInLinearTime) {
     quillet::testing::ScratchDir output;
     RunContext context;
     context.outputDir = output.path();
-    std::istringstream input(definition);
+    LineReader input(definition);
 
     EXPECT_EQ(runQuillet({}, input, context), 0);
 }

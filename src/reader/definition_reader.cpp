@@ -1,0 +1,165 @@
+#include "reader/definition_reader.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t field(TextField text) { return static_cast<std::size_t>(text); }
+
+bool is(const DirectiveSpec* spec, Directive directive) { return spec != nullptr && spec->directive == directive; }
+
+}  // namespace
+
+DefinitionReader::DefinitionReader(DefinitionSet& definitions, Reporter& report)
+    : definitions_(definitions), report_(report) {
+    nqtoken_new(&tokens_, nullptr, nullptr, nullptr, nullptr, 0, 0);
+}
+
+DefinitionReader::~DefinitionReader() { nqtoken_delete(tokens_); }
+
+bool DefinitionReader::readLine(const Line& line, int lineNumber) {
+    report_.setPosition({lineNumber, 0});
+    if (tokens_ == nullptr || nqtoken_refill(tokens_, line.text, " \t\n", "\"", "#") != 0) {
+        report_.error("Cannot tokenize line %d of input file\n", lineNumber);
+        return false;
+    }
+    const int count = nqtoken_num(tokens_);
+    for (int index = 0; index < count; ++index)
+        if (!handleWord(index, lineNumber)) return false;
+    return true;
+}
+
+bool DefinitionReader::handleWord(int index, int lineNumber) {
+    const char* word = nqtoken_get_token(tokens_, index);
+    report_.setPosition({lineNumber, nqtoken_get_offset(tokens_, index) + 1});
+    if (const DirectiveSpec* spec = findDirective(word)) {
+        report_.progress("Changing mode, new Mode = %s (enum=%d)\n", word, static_cast<int>(spec->directive));
+        if (enter(spec, lineNumber)) return true;
+        report_.error("Error with definition on line %d\n", lineNumber);
+        return false;
+    }
+    if (handleArgument(word, index)) return true;
+    report_.error("Error processing command on line: %d\n", lineNumber);
+    if (keyword_ != nullptr) report_.error("Currently processing keyword: '%s'\n", keyword_->name.data());
+    if (option_ != nullptr) report_.error("Currently processing option: '%s'\n", option_->name.data());
+    return false;
+}
+
+bool DefinitionReader::finish(int lastLine) {
+    report_.setPosition({lastLine, 0});
+    if (!enter(nullptr, lastLine)) {
+        report_.error("Error with definition\n");
+        return false;
+    }
+    report_.progress("Have found %d keywords\n", static_cast<int>(definitions_.keywords.size()));
+    return true;
+}
+
+bool DefinitionReader::fail(const char* message) {
+    report_.error("%s", message);
+    return false;
+}
+
+bool DefinitionReader::meets(Needs needs) const {
+    switch (needs) {
+    case Needs::Nothing: return true;
+    case Needs::Keyword: return keyword_ != nullptr;
+    case Needs::KeywordAndOption: return keyword_ != nullptr && option_ != nullptr;
+    }
+    return false;
+}
+
+// Only the directive right after KEYWORD: or OPTION: notices that it was
+// left incomplete; OPT_READONLY: takes effect as it is left.
+bool DefinitionReader::checkPreviousDirective() {
+    if (keyword_ != nullptr && is(mode_, Directive::KEYWORD) && !keyword_->isComplete) {
+        report_.error("%s%d%s\n", "The KEYWORD: command defined on line: ", keyword_->lineNumber, " is not complete");
+        return fail("The syntax is: 'KEYWORD: keyword_text keyword_ID' \n");
+    }
+    if (mode_ != nullptr && mode_->checked == CheckedWhen::OnLeaving) {
+        if (!meets(mode_->needs)) return fail(mode_->refusal);
+        option_->*mode_->optionFlag = true;
+    }
+    if (option_ != nullptr && is(mode_, Directive::OPTION) && !option_->isComplete) {
+        report_.error("%s%d%s\n", "The OPTION: command defined on line: ", option_->lineNumber, " is not complete");
+        return fail("The syntax is: 'OPTION: option_name option_ID nq_type'\n");
+    }
+    return true;
+}
+
+// Flag directives are checked against the records in force and applied at once.
+bool DefinitionReader::applyOnArrival(const DirectiveSpec& spec) {
+    if (spec.checked != CheckedWhen::OnArrival) return true;
+    if (!meets(spec.needs)) return fail(spec.refusal);
+    if (spec.keywordPrerequisite != nullptr && !(keyword_->*spec.keywordPrerequisite))
+        return fail(spec.prerequisiteRefusal);
+    if (spec.optionPrerequisite != nullptr && !(option_->*spec.optionPrerequisite))
+        return fail(spec.prerequisiteRefusal);
+    bool& usedBefore = usedOnce_[static_cast<std::size_t>(spec.directive)];
+    if (spec.secondUseRefusal != nullptr) {
+        if (usedBefore) return fail(spec.secondUseRefusal);
+        usedBefore = true;
+    }
+    if (spec.keywordFlag != nullptr) keyword_->*spec.keywordFlag = spec.flagValue;
+    if (spec.optionFlag != nullptr) option_->*spec.optionFlag = spec.flagValue;
+    return true;
+}
+
+// A lookup entry left with one or two of its three words is dropped without
+// a message; OPT_LOOKUP: must have had its one table name.
+bool DefinitionReader::checkLeaving() {
+    if (is(mode_, Directive::OPT_LOOKUP) && arguments_ != 1) {
+        fail("The OPTION_LOOKUP: command is not complete \n");
+        return fail("The syntax is: 'OPT_LOOKUP: LOOKUP_TABLE_NAME\n");
+    }
+    return true;
+}
+
+// An option opened before any keyword can never be completed, so it has no
+// keyword to join.
+void DefinitionReader::closeOption() {
+    if (option_ != nullptr && keyword_ != nullptr) {
+        option_->description = definitions_.keep(openTexts_[field(TextField::OptionDescription)]);
+        keyword_->options.push_back(option_);
+    }
+    openTexts_[field(TextField::OptionDescription)].clear();
+}
+
+void DefinitionReader::closeKeyword() {
+    closeOption();
+    option_ = nullptr;
+    keyword_->description = definitions_.keep(openTexts_[field(TextField::KeywordDescription)]);
+    keyword_->summary = definitions_.keep(openTexts_[field(TextField::KeywordSummary)]);
+    keyword_->operandDescription = definitions_.keep(openTexts_[field(TextField::OperandDescription)]);
+    keyword_->operandSynopsis = definitions_.keep(openTexts_[field(TextField::OperandSynopsis)]);
+    for (std::string& text : openTexts_) text.clear();
+    definitions_.keywords.push_back(keyword_);
+}
+
+// `next` is null for the check at end of input, which closes the last
+// keyword and option and leaves a spare of each behind (they still draw
+// serial numbers).
+bool DefinitionReader::enter(const DirectiveSpec* next, int line) {
+    if (!checkPreviousDirective()) return false;
+    if (next != nullptr && !applyOnArrival(*next)) return false;
+    if (!checkLeaving()) return false;
+
+    const bool endOfInput = next == nullptr;
+    mode_ = next;
+    arguments_ = 0;
+    lookupTable_ = nullptr;
+    if (endOfInput || next->directive == Directive::KEYWORD) {
+        if (keyword_ != nullptr) closeKeyword();
+        keyword_ = definitions_.newKeyword();
+        keyword_->lineNumber = line;
+        optionNames_.clear();
+    }
+    if (endOfInput || next->directive == Directive::OPTION) {
+        closeOption();
+        option_ = definitions_.newOption();
+        option_->lineNumber = line;
+    }
+    return true;
+}
+
+}  // namespace quillet

@@ -1,0 +1,66 @@
+#include "reader/line_reader.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{1} << 20;
+// A block, a whole longest line kept from the block before, and its NUL.
+constexpr std::size_t kBufferSize = kBlock + LineReader::kMaxLine + 2;
+
+}  // namespace
+
+LineReader::LineReader(int fd) : fd_(fd), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
+
+LineReader::LineReader(std::string_view text)
+    : pending_(text), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
+
+// Moves what is left to the front and reads up to one block behind it.
+void LineReader::refill() {
+    std::memmove(buffer_.get(), buffer_.get() + start_, end_ - start_);
+    end_ -= start_;
+    start_ = 0;
+    const std::size_t room = kBufferSize - 1 - end_;
+    if (fd_ < 0) {
+        const std::size_t count = std::min(room, pending_.size());
+        std::memcpy(buffer_.get() + end_, pending_.data(), count);
+        pending_.remove_prefix(count);
+        end_ += count;
+        atEnd_ = pending_.empty();
+        return;
+    }
+    while (end_ - start_ <= kMaxLine && !atEnd_) {
+        const ssize_t count = ::read(fd_, buffer_.get() + end_, kBufferSize - 1 - end_);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) atEnd_ = true;
+        else end_ += static_cast<std::size_t>(count);
+    }
+}
+
+bool LineReader::next(Line& line) {
+    if (end_ - start_ <= kMaxLine && !atEnd_) refill();
+    const std::size_t available = end_ - start_;
+    char* begin = buffer_.get() + start_;
+    // The line feed may stand right after the longest line.
+    auto* feed = static_cast<char*>(std::memchr(begin, '\n', std::min(available, kMaxLine + 1)));
+    if (feed != nullptr) {
+        *feed = '\0';
+        line = Line{begin, static_cast<std::size_t>(feed - begin)};
+        start_ += line.size + 1;
+        return true;
+    }
+    // No line feed: the last line of the input, if it fits, or one too long.
+    if (available == 0 || available > kMaxLine) return false;
+    begin[available] = '\0';
+    line = Line{begin, available};
+    start_ = end_;
+    return true;
+}
+
+}  // namespace quillet

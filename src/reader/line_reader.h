@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace quillet {
+
+// One line of the definition, NUL-terminated in the reader's buffer: its
+// text as the tokenizer sees it ends at the first NUL, while `size` counts
+// every byte up to the line end.
+struct Line {
+    char* text;
+    std::size_t size;
+};
+
+// Reads the definition in large blocks and cuts it into lines exactly as a
+// getline into a 255-byte buffer would: a line of at most 254 bytes, a line
+// feed ending it, a carriage return an ordinary byte. A longer line, a read
+// error and the end of input all end the definition.
+class LineReader {
+public:
+    static constexpr std::size_t kMaxLine = 254;
+
+    explicit LineReader(int fd);
+    // Reads a definition held in memory, as the tests and fuzzers do.
+    explicit LineReader(std::string_view text);
+
+    bool next(Line& line);
+
+private:
+    void refill();
+
+    int fd_ = -1;
+    std::string_view pending_;  // the in-memory definition not yet copied
+    std::unique_ptr<char[]> buffer_;
+    std::size_t start_ = 0;
+    std::size_t end_ = 0;
+    bool atEnd_ = false;
+};
+
+}  // namespace quillet
