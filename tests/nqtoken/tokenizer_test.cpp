@@ -46,6 +46,21 @@ TEST(Tokenizer, QuotedSections) {
     EXPECT_EQ(words("a#b", "", ""), Words{"a#b"});
 }
 
+// One list serves many lines; each word knows where it starts in its line.
+TEST(Tokenizer, RefilledListGivesWordsAndTheirOffsets) {
+    nqtoken_list* list = nullptr;
+    ASSERT_EQ(nqtoken_new(&list, "a long first line of words", " ", "\"", "#", 0, 0), 0);
+    ASSERT_EQ(nqtoken_refill(list, "\tab \"c d\"e #f", " \t", "\"", "#"), 0);
+    ASSERT_EQ(nqtoken_num(list), 2);
+    EXPECT_STREQ(nqtoken_get_token(list, 1), "c de");
+    EXPECT_EQ(nqtoken_get_offset(list, 0), 1);
+    EXPECT_EQ(nqtoken_get_offset(list, 1), 4);  // at the opening quote
+    EXPECT_EQ(nqtoken_get_offset(list, 2), -1);
+    EXPECT_NE(nqtoken_refill(list, "x \"open", " ", "\"", "#"), 0);
+    EXPECT_EQ(nqtoken_num(list), 0);
+    nqtoken_delete(list);
+}
+
 TEST(Tokenizer, BadIndexesAndNullLists) {
     nqtoken_list* list = nullptr;
     ASSERT_EQ(nqtoken_new(&list, "one", " ", nullptr, nullptr, 0, 0), 0);
