@@ -8,8 +8,8 @@ KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordC
 
 OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter_); }
 
-LookupTableDef* DefinitionSet::newLookupTable(std::string_view name) {
-    LookupTableDef* table = tableStore_.create(keep(name));
+LookupTableDef* DefinitionSet::newLookupTable(Text name) {
+    LookupTableDef* table = tableStore_.create(name);
     lookupTables[table->name] = table;
     return table;
 }
@@ -19,12 +19,11 @@ const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) cons
     return found == lookupTables.end() ? nullptr : found->second;
 }
 
-void DefinitionSet::addLookupEntry(LookupTableDef& table, std::string_view entryId, std::string_view entryName,
-                                   std::int32_t value) {
-    table.ids.push_back(keep(entryId));
-    table.names.push_back(keep(entryName));
+void DefinitionSet::addLookupEntry(LookupTableDef& table, Text entryId, Text entryName, std::int32_t value) {
+    table.ids.push_back(entryId);
+    table.names.push_back(entryName);
     table.values.push_back(value);
-    entryValues_.emplace(table.ids.back(), value);
+    entryValues_.emplace(entryId, value);
 }
 
 bool DefinitionSet::findEntryValueById(std::string_view entryId, std::int32_t& value) const {

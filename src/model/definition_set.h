@@ -29,7 +29,7 @@ public:
     KeywordDef* newKeyword();
     OptionDef* newOption();
     // Creates the table and enters it under its name.
-    LookupTableDef* newLookupTable(std::string_view name);
+    LookupTableDef* newLookupTable(Text name);
 
     // A copy of `text` that lives as long as the model.
     Text keep(std::string_view text) { return texts_.keep(text); }
@@ -41,8 +41,7 @@ public:
     // across all tables, so the index finds the same entry as a search of the
     // tables in name order would, without scanning them for every limit that
     // names an entry.
-    void addLookupEntry(LookupTableDef& table, std::string_view entryId, std::string_view entryName,
-                        std::int32_t value);
+    void addLookupEntry(LookupTableDef& table, Text entryId, Text entryName, std::int32_t value);
     bool findEntryValueById(std::string_view entryId, std::int32_t& value) const;
 
     // Byte-wise stable sorts used by the documentation path: the records by

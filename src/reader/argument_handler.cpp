@@ -40,15 +40,16 @@ bool DefinitionReader::keywordArgument(const char* word) {
         report_.error("  Extra text = %s\n", word);
         return false;
     }
+    const Text text = definitions_.keep(word);
     if (arguments_ == 1) {
-        if (!keywordNames_.insert(word))
+        if (!keywordNames_.insert(text))
             return conflict("Keyword name '%s' is not unique\n", "Conflict found with : '%s'\n", word);
-        keyword_->name = definitions_.keep(word);
+        keyword_->name = text;
         report_.progress("Creating keyword: '%s'\n", word);
         return true;
     }
-    if (!idNames_.insert(word)) return conflict("ID name '%s' is not unique:\n", "Conflict with: '%s' \n", word);
-    keyword_->id = definitions_.keep(word);
+    if (!idNames_.insert(text)) return conflict("ID name '%s' is not unique:\n", "Conflict with: '%s' \n", word);
+    keyword_->id = text;
     keyword_->isComplete = true;
     return true;
 }
@@ -56,17 +57,21 @@ bool DefinitionReader::keywordArgument(const char* word) {
 bool DefinitionReader::optionArgument(const char* word, int index) {
     OptionDef& option = *option_;
     switch (++arguments_) {
-    case 1:
+    case 1: {
         // Exact equality, whatever the message says about three letters.
-        if (!optionNames_.insert(word))
+        const Text name = definitions_.keep(word);
+        if (!optionNames_.insert(name))
             return conflict("Option name '%s' is not unique to three letters\n", "Conflict with: '%s' \n", word);
-        option.name = definitions_.keep(word);
+        option.name = name;
         report_.progress("  Creating option: '%s'\n", word);
         return true;
-    case 2:
-        if (!idNames_.insert(word)) return conflict("ID name '%s' is not unique:\n", "Conflict is with: '%s' \n", word);
-        option.id = definitions_.keep(word);
+    }
+    case 2: {
+        const Text id = definitions_.keep(word);
+        if (!idNames_.insert(id)) return conflict("ID name '%s' is not unique:\n", "Conflict is with: '%s' \n", word);
+        option.id = id;
         return true;
+    }
     case 3:
         option.type = findOptionType(word);
         if (option.type) return true;
@@ -157,18 +162,20 @@ bool DefinitionReader::limitArgument(const char* word) {
 bool DefinitionReader::lookupArgument(const char* word) {
     ++arguments_;
     if (arguments_ == 1 && lookupTable_ == nullptr) {
-        if (!idNames_.insert(word)) return conflict("Lookup name '%s' is not unique:\n", "Conflict with: '%s' \n", word);
-        lookupTable_ = definitions_.newLookupTable(word);
+        const Text name = definitions_.keep(word);
+        if (!idNames_.insert(name)) return conflict("Lookup name '%s' is not unique:\n", "Conflict with: '%s' \n", word);
+        lookupTable_ = definitions_.newLookupTable(name);
         arguments_ = 0;
         return true;
     }
     switch (arguments_) {
     case 1:
-        if (!idNames_.insert(word)) return conflict("Lookup id '%s' is not unique:\n", "Conflict with:'%s'\n", word);
-        pendingEntryId_ = word;
+        pendingEntryId_ = definitions_.keep(word);
+        if (!idNames_.insert(pendingEntryId_))
+            return conflict("Lookup id '%s' is not unique:\n", "Conflict with:'%s'\n", word);
         return true;
     case 2:
-        pendingEntryName_ = word;
+        pendingEntryName_ = definitions_.keep(word);
         return true;
     default: {
         std::int64_t parsed = 0;

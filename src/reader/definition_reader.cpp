@@ -10,8 +10,11 @@ bool is(const DirectiveSpec* spec, Directive directive) { return spec != nullptr
 
 }  // namespace
 
-DefinitionReader::DefinitionReader(DefinitionSet& definitions, Reporter& report)
+DefinitionReader::DefinitionReader(DefinitionSet& definitions, Reporter& report, std::size_t expectedBytes)
     : definitions_(definitions), report_(report) {
+    // An ID with its directive and the rest of its record takes a hundred
+    // bytes or more in any real definition.
+    idNames_.reserve(expectedBytes / 100);
     nqtoken_new(&tokens_, nullptr, nullptr, nullptr, nullptr, 0, 0);
 }
 

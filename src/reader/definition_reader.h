@@ -19,7 +19,9 @@ namespace quillet {
 // reported through the reporter, positioned at the word that caused it.
 class DefinitionReader {
 public:
-    DefinitionReader(DefinitionSet& definitions, Reporter& report);
+    // `expectedBytes`, the definition's size where known, sizes the registries
+    // once instead of growing them.
+    DefinitionReader(DefinitionSet& definitions, Reporter& report, std::size_t expectedBytes = 0);
     ~DefinitionReader();
     DefinitionReader(const DefinitionReader&) = delete;
     DefinitionReader& operator=(const DefinitionReader&) = delete;
@@ -62,8 +64,8 @@ private:
     OptionDef* option_ = nullptr;          // none from each KEYWORD: to the next OPTION:
     LookupTableDef* lookupTable_ = nullptr;  // of the LOOKUP: in force, once it is named
     int arguments_ = 0;                    // words the directive in force has taken
-    std::string pendingEntryId_;
-    std::string pendingEntryName_;
+    Text pendingEntryId_;
+    Text pendingEntryName_;
     std::array<bool, 29> usedOnce_{};  // by directive number: applied to a keyword already
 
     // The texts of the open keyword and option, kept in the model when the

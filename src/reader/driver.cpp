@@ -58,7 +58,7 @@ int startUp(RunContext& context) {
 // Reads the definition line by line; a line too long for the buffer ends the
 // definition there, silently.
 int readDefinition(DefinitionSet& definitions, RunContext& context, LineReader& input) {
-    DefinitionReader reader(definitions, context.report);
+    DefinitionReader reader(definitions, context.report, input.sizeHint());
     Line line{};
     int lineNumber = 0;
     while (input.next(line))

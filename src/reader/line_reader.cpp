@@ -1,5 +1,6 @@
 #include "reader/line_reader.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,10 +17,13 @@ constexpr std::size_t kBufferSize = kBlock + LineReader::kMaxLine + 2;
 
 }  // namespace
 
-LineReader::LineReader(int fd) : fd_(fd), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
+LineReader::LineReader(int fd) : fd_(fd), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {
+    struct stat status {};
+    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) sizeHint_ = static_cast<std::size_t>(status.st_size);
+}
 
 LineReader::LineReader(std::string_view text)
-    : pending_(text), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
+    : pending_(text), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)), sizeHint_(text.size()) {}
 
 // Moves what is left to the front and reads up to one block behind it.
 void LineReader::refill() {

@@ -27,6 +27,9 @@ public:
     explicit LineReader(std::string_view text);
 
     bool next(Line& line);
+    // The definition's size in bytes where it is known (a regular file or a
+    // text in memory), else 0.
+    std::size_t sizeHint() const { return sizeHint_; }
 
 private:
     void refill();
@@ -37,6 +40,7 @@ private:
     std::size_t start_ = 0;
     std::size_t end_ = 0;
     bool atEnd_ = false;
+    std::size_t sizeHint_ = 0;
 };
 
 }  // namespace quillet

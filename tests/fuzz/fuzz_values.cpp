@@ -93,9 +93,9 @@ void checkDefaults(DefinitionSet& definitions, const nqtoken_list* tokens, int i
 // Limits against an option set up by the selector's upper bits, with a
 // lookup table whose entry IDs a limit may name.
 void checkLimits(DefinitionSet& definitions, const std::string& text, unsigned selector) {
-    LookupTableDef* table = definitions.newLookupTable("Colors");
-    definitions.addLookupEntry(*table, "RED", "red", 1);
-    definitions.addLookupEntry(*table, "GREEN", "green", 16);
+    LookupTableDef* table = definitions.newLookupTable(definitions.keep("Colors"));
+    definitions.addLookupEntry(*table, definitions.keep("RED"), definitions.keep("red"), 1);
+    definitions.addLookupEntry(*table, definitions.keep("GREEN"), definitions.keep("green"), 16);
     OptionDef option(1);
     const bool isDouble = (selector & 32) != 0;
     option.type = isDouble ? OptionType::NQ_DOUBLE_TYPE : OptionType::NQ_INT_TYPE;

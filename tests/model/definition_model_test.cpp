@@ -39,12 +39,12 @@ TEST(DefinitionModel, DocumentationOrderIsByteWiseAndStable) {
 
 TEST(DefinitionModel, TableSearchesStopAtTheFirstMatch) {
     DefinitionSet definitions;
-    LookupTableDef& table = *definitions.newLookupTable("Sizes");
+    LookupTableDef& table = *definitions.newLookupTable(definitions.keep("Sizes"));
     EXPECT_EQ(table.minValue, 999999999);  // printed as they stand for a table without entries
     EXPECT_EQ(table.maxValue, -999999999);
-    definitions.addLookupEntry(table, "S", "small", 1);
-    definitions.addLookupEntry(table, "M", "medium", 2);
-    definitions.addLookupEntry(table, "M2", "medium", 2);
+    definitions.addLookupEntry(table, definitions.keep("S"), definitions.keep("small"), 1);
+    definitions.addLookupEntry(table, definitions.keep("M"), definitions.keep("medium"), 2);
+    definitions.addLookupEntry(table, definitions.keep("M2"), definitions.keep("medium"), 2);
     std::int32_t value = 0;
     EXPECT_TRUE(table.findValueByName("medium", value));
     EXPECT_EQ(value, 2);
