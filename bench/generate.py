@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
 """Writes a large, valid definition file and a matching aliases file.
 
-usage: generate.py KEYWORDS OUT_DEFINITION OUT_ALIASES [--options N] [--seed S]
+usage: generate.py KEYWORDS OUT_DEFINITION OUT_ALIASES [--options N] [--seed S] [--shape text|dense]
 
 The mix is what a real command language looks like: every fourth option an
 integer, many of them tied to lookup tables with symbolic defaults, doubles
 and integers with limits (some by lookup entry ID), booleans, texts with
-quoting, descriptions of a few dozen words, and one alias per ten keywords.
+quoting, and one alias per ten keywords. The `text` shape gives every
+keyword and option a description of a few dozen words; the `dense` shape
+has short summaries and describes only one keyword and option in ten, so
+that records, not texts, make up the file.
 """
 import argparse
 import random
@@ -28,6 +31,7 @@ def main():
     parser.add_argument("aliases")
     parser.add_argument("--options", type=int, default=10)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--shape", choices=("text", "dense"), default="text")
     args = parser.parse_args()
     rng = random.Random(args.seed)
 
@@ -42,9 +46,11 @@ def main():
                 out.write("    T%d_E%d  name%d_%d  %s\n" % (t, e, t, e, value))
         for k in range(args.keywords):
             out.write("\nKEYWORD: cmd%d CMD%d_KWD\n" % (k, k))
-            out.write("KEY_SUMMARY: %s\n" % sentence(rng, 6))
-            out.write("KEY_DESCRIPTION: %s\n    %s\n" % (sentence(rng, 14), sentence(rng, 14)))
-            if k % 3 == 0:
+            dense = args.shape == "dense"
+            out.write("KEY_SUMMARY: %s\n" % sentence(rng, 2 if dense else 6))
+            if not dense or k % 10 == 0:
+                out.write("KEY_DESCRIPTION: %s\n    %s\n" % (sentence(rng, 14), sentence(rng, 14)))
+            if k % 3 == 0 and not dense:
                 out.write("KEY_OPERAND_SYNOPSIS: object_name\n")
                 out.write("KEY_OPERAND_DESCRIPTION: %s\n" % sentence(rng, 10))
             if k % 7 == 0:
@@ -69,7 +75,8 @@ def main():
                     out.write('    OPTION: opt%d %s NQ_BOOL_TYPE %s\n' % (o, oid, rng.choice(["on", "off", "true", "false"])))
                 else:
                     out.write('    OPTION: opt%d %s NQ_STRING_TYPE "%s"\n' % (o, oid, sentence(rng, 2)))
-                out.write("    OPT_DESCRIPTION: %s\n" % sentence(rng, 12))
+                if not dense or o == k % 10:
+                    out.write("    OPT_DESCRIPTION: %s\n" % sentence(rng, 12))
     with open(args.aliases, "w") as out:
         out.write("# Generated aliases\n")
         for k in range(0, args.keywords, 10):

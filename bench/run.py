@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Benchmarks quillet against the I/O floor of the same work.
 
-usage: bench/run.py [--sizes 1000 10000 100000] [--options 10] [--repeat 3] [--binary PATH]
+usage: bench/run.py [--sizes 1000 10000 100000] [--shapes text dense] [--options 10] [--repeat 3] [--binary PATH]
 
 Builds a Release quillet in build-bench/, generates a definition and an
-aliases file per size (bench/generate.py; kept in build-bench/data/), then
-for each size and output path (default and -html) measures, in one go:
+aliases file per shape and size (bench/generate.py; kept in
+build-bench/data/), then for each and each output path (default and -html)
+measures, in one go:
 
 - quillet: wall time and peak resident memory of the run;
 - its floor: `cat` of the same input to /dev/null plus a `tar` pipe that
@@ -15,7 +16,9 @@ for each size and output path (default and -html) measures, in one go:
   write that quillet, like any writer, has to make.)
 
 Each figure is the best of --repeat runs. Prints input size, output size,
-wall time, peak memory, floor and the ratio of quillet to its floor.
+wall time, input MB/s, records (keywords and options) per second, peak
+memory, floor, the ratio of quillet to its floor and of its peak memory to
+the input's size.
 --binary measures another quillet (an older build, say) on the same data.
 """
 import argparse
@@ -37,16 +40,16 @@ def build():
     return os.path.join(BUILD, "src", "quillet")
 
 
-def generate(keywords, options):
+def generate(keywords, options, shape):
     data = os.path.join(BUILD, "data")
     os.makedirs(data, exist_ok=True)
-    definition = os.path.join(data, "k%d_o%d.def" % (keywords, options))
-    root = os.path.join(data, "k%d_o%d_src" % (keywords, options))
+    definition = os.path.join(data, "%s_k%d_o%d.def" % (shape, keywords, options))
+    root = os.path.join(data, "%s_k%d_o%d_src" % (shape, keywords, options))
     aliases = os.path.join(root, "orrery-src", "data", "res", "alias.cmd")
     if not (os.path.exists(definition) and os.path.exists(aliases)):
         os.makedirs(os.path.dirname(aliases), exist_ok=True)
         subprocess.run([sys.executable, os.path.join(ROOT, "bench", "generate.py"), str(keywords), definition,
-                        aliases, "--options", str(options)], check=True)
+                        aliases, "--options", str(options), "--shape", shape], check=True)
     return definition, root
 
 
@@ -102,6 +105,7 @@ def measure(quillet, definition, arguments, env, work, repeat):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--sizes", type=int, nargs="+", default=[1000, 10000, 100000])
+    parser.add_argument("--shapes", nargs="+", choices=("text", "dense"), default=["text", "dense"])
     parser.add_argument("--options", type=int, default=10)
     parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--binary", help="quillet to measure instead of a fresh Release build")
@@ -109,18 +113,21 @@ def main():
 
     quillet = os.path.abspath(args.binary) if args.binary else build()
     work = os.path.join(BUILD, "work")
-    print("%-9s %-7s %9s %10s %7s %9s %9s %8s %6s %7s" % ("keywords", "path", "input MB", "output MB", "files",
-                                                           "wall s", "floor s", "x floor", "RSS MB", "x input"))
-    for keywords in args.sizes:
-        definition, aliases_root = generate(keywords, args.options)
-        input_size = os.path.getsize(definition)
-        for path, arguments in (("default", []), ("-html", ["-html"])):
-            env = dict(os.environ, VELLUM_SRC=aliases_root)
-            wall, peak, floor, size, files = measure(quillet, definition, arguments, env, work, args.repeat)
-            print("%-9d %-7s %9.1f %10.1f %7d %9.3f %9.3f %8.2f %6.0f %7.2f" % (
-                keywords, path, input_size / 1e6, size / 1e6, files, wall, floor, wall / floor, peak / 1e6,
-                peak / input_size))
-            sys.stdout.flush()
+    print("%-6s %-9s %-7s %9s %10s %7s %8s %7s %10s %8s %8s %6s %7s" % (
+        "shape", "keywords", "path", "input MB", "output MB", "files", "wall s", "MB/s", "records/s", "floor s",
+        "x floor", "RSS MB", "x input"))
+    for shape in args.shapes:
+        for keywords in args.sizes:
+            definition, aliases_root = generate(keywords, args.options, shape)
+            input_size = os.path.getsize(definition)
+            records = keywords * (1 + args.options)
+            for path, arguments in (("default", []), ("-html", ["-html"])):
+                env = dict(os.environ, VELLUM_SRC=aliases_root)
+                wall, peak, floor, size, files = measure(quillet, definition, arguments, env, work, args.repeat)
+                print("%-6s %-9d %-7s %9.1f %10.1f %7d %8.3f %7.1f %10.0f %8.3f %8.2f %6.0f %7.2f" % (
+                    shape, keywords, path, input_size / 1e6, size / 1e6, files, wall, input_size / 1e6 / wall,
+                    records / wall, floor, wall / floor, peak / 1e6, peak / input_size))
+                sys.stdout.flush()
     shutil.rmtree(work, ignore_errors=True)
 
 
