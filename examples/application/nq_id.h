@@ -1,11 +1,13 @@
-// Stand-in for the application's identifier classes: just a number each, as
-// the generated nq_command_id.cxx constructs them.
+// The application's identifier classes, as the generated nq_command_id.h
+// declares them and nq_command_id.cxx defines them: a number each. The
+// constexpr constructors make the generated ID objects constant-initialized,
+// so they are usable even from other static initializers.
 #pragma once
 
 class NQ_ID {
 public:
-    explicit NQ_ID(int number) : number_(number) {}
-    int number() const { return number_; }
+    constexpr explicit NQ_ID(int number) : number_(number) {}
+    constexpr int number() const { return number_; }
 
 private:
     int number_;
@@ -13,25 +15,25 @@ private:
 
 class NQ_KeywordID : public NQ_ID {
 public:
-    explicit NQ_KeywordID(int number) : NQ_ID(number) {}
+    using NQ_ID::NQ_ID;
 };
 
 class NQ_IntOptionID : public NQ_ID {
 public:
-    explicit NQ_IntOptionID(int number) : NQ_ID(number) {}
+    using NQ_ID::NQ_ID;
 };
 
 class NQ_BoolOptionID : public NQ_ID {
 public:
-    explicit NQ_BoolOptionID(int number) : NQ_ID(number) {}
+    using NQ_ID::NQ_ID;
 };
 
 class NQ_DoubleOptionID : public NQ_ID {
 public:
-    explicit NQ_DoubleOptionID(int number) : NQ_ID(number) {}
+    using NQ_ID::NQ_ID;
 };
 
 class NQ_StringOptionID : public NQ_ID {
 public:
-    explicit NQ_StringOptionID(int number) : NQ_ID(number) {}
+    using NQ_ID::NQ_ID;
 };
