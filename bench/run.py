@@ -33,7 +33,7 @@ BUILD = os.path.join(ROOT, "build-bench")
 
 
 def build():
-    subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DQUILLET_BUILD_TESTS=OFF"],
+    subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DBUILD_TESTING=OFF"],
                    check=True, stdout=subprocess.DEVNULL)
     subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "-j", "2"], check=True,
                    stdout=subprocess.DEVNULL)

@@ -1,12 +1,15 @@
-# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>]
-#                  [HTML_DIR <dir> ALIASES_ROOT <dir>])
+# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE]
+#                  [HTML_DIR <dir> [ALIASES <file> | ALIASES_ROOT <dir>]])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
 # the definition with quillet::quillet, compiles the two sources into
 # <target> and puts OUTPUT_DIR (default: <target>_quillet in the current
 # binary directory) on its include path. With HTML_DIR it also adds the
-# target <target>_reference, which writes the command reference into HTML_DIR,
-# reading the aliases file below ALIASES_ROOT.
+# target <target>_reference, which writes the command reference into HTML_DIR
+# with the aliases of the file ALIASES, of the file below ALIASES_ROOT where
+# quillet looks by default (orrery-src/data/res/alias.cmd), or with none.
+# quillet's messages appear in the build log when it fails, or always with
+# VERBOSE.
 #
 # quillet runs in a staging directory; an output is replaced (by rename) only
 # when its content changed, so that regenerating an unchanged header does not
@@ -18,7 +21,9 @@ cmake_policy(PUSH)
 cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINITION;OUTPUT_DIR;HTML_DIR;ALIASES_ROOT" "")
+  set(options VERBOSE)
+  set(one_value_keywords DEFINITION OUTPUT_DIR HTML_DIR ALIASES ALIASES_ROOT)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "${options}" "${one_value_keywords}" "")
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "quillet_generate: unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
@@ -28,8 +33,11 @@ function(quillet_generate target)
   if(NOT arg_DEFINITION)
     message(FATAL_ERROR "quillet_generate: DEFINITION is required")
   endif()
-  if(arg_HTML_DIR AND NOT arg_ALIASES_ROOT OR arg_ALIASES_ROOT AND NOT arg_HTML_DIR)
-    message(FATAL_ERROR "quillet_generate: HTML_DIR and ALIASES_ROOT go together")
+  if((arg_ALIASES OR arg_ALIASES_ROOT) AND NOT arg_HTML_DIR)
+    message(FATAL_ERROR "quillet_generate: ALIASES and ALIASES_ROOT need HTML_DIR")
+  endif()
+  if(arg_ALIASES AND arg_ALIASES_ROOT)
+    message(FATAL_ERROR "quillet_generate: give either ALIASES or ALIASES_ROOT")
   endif()
   if(NOT arg_OUTPUT_DIR)
     set(arg_OUTPUT_DIR ${target}_quillet)
@@ -40,6 +48,9 @@ function(quillet_generate target)
   set(work_dir "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}_quillet.dir")
   set(step "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/QuilletGenerateStep.cmake")
   set(quillet "$<TARGET_FILE:quillet::quillet>")
+  # What every run of the step needs; -P and the script come last.
+  set(step_command "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
+                   "-DVERBOSE=${arg_VERBOSE}")
   # Ninja reads the depfile; other generators get the same inputs as plain
   # dependencies.
   set(use_depfile OFF)
@@ -61,7 +72,7 @@ function(quillet_generate target)
   add_custom_command(
     OUTPUT "${stamp}"
     BYPRODUCTS ${sources}
-    COMMAND "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
+    COMMAND ${step_command}
             "-DOUTPUT_DIR=${output_dir}" "-DSTAGING_DIR=${work_dir}/sources"
             "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
             -P "${step}"
@@ -71,26 +82,43 @@ function(quillet_generate target)
     VERBATIM)
   target_sources(${target} PRIVATE ${sources} "${stamp}")
   target_include_directories(${target} PRIVATE "${output_dir}")
+  # A routine whose keywords have no options declares current_option and never
+  # uses it. Only this file is marked, so the target's own flags (-Werror
+  # included) apply unchanged everywhere else.
+  set_property(SOURCE "${output_dir}/nq_command_init.cxx" TARGET_DIRECTORY ${target}
+               APPEND PROPERTY COMPILE_OPTIONS
+               "$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang,AppleClang>:-Wno-unused-variable>"
+               "$<$<COMPILE_LANG_AND_ID:CXX,MSVC>:/wd4101>")
 
   if(NOT arg_HTML_DIR)
     return()
   endif()
   get_filename_component(html_dir "${arg_HTML_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
-  get_filename_component(aliases_root "${arg_ALIASES_ROOT}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
-  set(aliases "${aliases_root}/orrery-src/data/res/alias.cmd")
+  # quillet reads the aliases only from below VELLUM_SRC; the step stages
+  # ALIASES (or an empty file) there, ALIASES_ROOT is used as it is.
+  set(aliases "")
+  set(aliases_arg "")
+  if(arg_ALIASES_ROOT)
+    get_filename_component(aliases_root "${arg_ALIASES_ROOT}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+    set(aliases "${aliases_root}/orrery-src/data/res/alias.cmd")
+    set(aliases_arg "-DALIASES_ROOT=${aliases_root}")
+  elseif(arg_ALIASES)
+    get_filename_component(aliases "${arg_ALIASES}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+    set(aliases_arg "-DALIASES=${aliases}")
+  endif()
   set(stamp "${work_dir}/reference.stamp")
   if(use_depfile)
     set(depfile "${work_dir}/reference.d")
     set(depfile_args DEPFILE "${depfile}")
   else()
-    set(depfile_args DEPENDS "${aliases}")
+    set(depfile_args DEPENDS ${aliases})
   endif()
   add_custom_command(
     OUTPUT "${stamp}"
-    COMMAND "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
+    COMMAND ${step_command}
             "-DOUTPUT_DIR=${html_dir}" "-DSTAGING_DIR=${work_dir}/reference"
             "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
-            "-DALIASES_ROOT=${aliases_root}" -P "${step}"
+            -DHTML=ON ${aliases_arg} -P "${step}"
     DEPENDS "${definition}" "${quillet}" "${step}"
     ${depfile_args}
     COMMENT "Writing the command reference of ${target} into ${html_dir}"

@@ -2,20 +2,32 @@
 # and publishes what it wrote.
 #
 #   cmake -DQUILLET=<exe> -DDEFINITION=<file> -DOUTPUT_DIR=<dir>
-#         -DSTAGING_DIR=<dir> -DSTAMP=<file> [-DDEPFILE=<file>]
-#         [-DALIASES_ROOT=<dir>] -P QuilletGenerateStep.cmake
+#         -DSTAGING_DIR=<dir> -DSTAMP=<file> [-DDEPFILE=<file>] [-DVERBOSE=ON]
+#         [-DHTML=ON [-DALIASES_ROOT=<dir> | -DALIASES=<file>]]
+#         -P QuilletGenerateStep.cmake
 #
-# With ALIASES_ROOT the step writes the command reference (quillet -html, with
-# VELLUM_SRC set to ALIASES_ROOT) instead of the C++ sources. STAMP lists the
-# files published by the last successful run.
+# With HTML the step writes the command reference (quillet -html) instead of
+# the C++ sources. quillet reads the aliases file from
+# $VELLUM_SRC/orrery-src/data/res/alias.cmd and fails without one: VELLUM_SRC
+# is ALIASES_ROOT, or else a staging tree holding a copy of ALIASES, or an
+# empty aliases file when neither is given. STAMP lists the files published by
+# the last successful run.
 cmake_minimum_required(VERSION 3.21)
 
 set(inputs "${DEFINITION}")
 set(arguments "")
-if(DEFINED ALIASES_ROOT)
+if(HTML)
   set(arguments -html)
-  set(ENV{VELLUM_SRC} "${ALIASES_ROOT}")
-  list(APPEND inputs "${ALIASES_ROOT}/orrery-src/data/res/alias.cmd")
+  if(ALIASES_ROOT)
+    set(vellum_src "${ALIASES_ROOT}")
+    list(APPEND inputs "${ALIASES_ROOT}/orrery-src/data/res/alias.cmd")
+  else()
+    set(vellum_src "${STAGING_DIR}-vellum-src")
+    if(ALIASES)
+      list(APPEND inputs "${ALIASES}")
+    endif()
+  endif()
+  set(ENV{VELLUM_SRC} "${vellum_src}")
 endif()
 
 # Written before the run, so that a failed run still names its inputs.
@@ -32,14 +44,35 @@ if(DEPFILE)
   file(WRITE "${DEPFILE}" "${target}: ${prerequisites}\n")
 endif()
 
+if(HTML AND NOT ALIASES_ROOT)
+  set(staged "${vellum_src}/orrery-src/data/res/alias.cmd")
+  file(REMOVE_RECURSE "${vellum_src}")
+  file(MAKE_DIRECTORY "${vellum_src}/orrery-src/data/res")
+  if(NOT ALIASES)
+    file(WRITE "${staged}" "")
+  elseif(EXISTS "${ALIASES}")
+    file(COPY_FILE "${ALIASES}" "${staged}")
+  else()
+    message(FATAL_ERROR "the aliases file ${ALIASES} does not exist; the files in ${OUTPUT_DIR} are left as they were")
+  endif()
+endif()
+
 file(REMOVE_RECURSE "${STAGING_DIR}")
 file(MAKE_DIRECTORY "${STAGING_DIR}")
-# No output options: quillet's own messages reach the build log unchanged.
+# quillet reports progress on standard error even when all is well (a limit
+# given by lookup entry ID, for one): its output reaches the build log
+# unchanged when it fails, or with VERBOSE, and stays out of it otherwise.
 execute_process(
   COMMAND "${QUILLET}" ${arguments}
   INPUT_FILE "${DEFINITION}"
   WORKING_DIRECTORY "${STAGING_DIR}"
-  RESULT_VARIABLE status)
+  RESULT_VARIABLE status
+  OUTPUT_VARIABLE report
+  ERROR_VARIABLE report)
+if(NOT report STREQUAL "" AND (VERBOSE OR NOT status EQUAL 0))
+  string(REGEX REPLACE "\n$" "" report "${report}")
+  message("${report}")
+endif()
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "quillet failed on ${DEFINITION} (status ${status}); the files in ${OUTPUT_DIR} are left as they were")
 endif()

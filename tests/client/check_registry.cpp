@@ -1,4 +1,4 @@
-// Runs the generated NQ_Command::initialize() against the stand-in classes
+// Runs the generated NQ_Command::initialize() against the example application
 // and compares what was registered with the expected record (argument 1).
 #include <fstream>
 #include <iostream>

@@ -1,4 +1,4 @@
-// Registers the generated commands with the stand-in application and prints
+// Registers the generated commands with the example application and prints
 // what arrived.
 #include <iostream>
 

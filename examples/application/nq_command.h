@@ -1,6 +1,8 @@
-// Stand-in for the application's command classes, with exactly the members
-// the generated nq_command_init.cxx calls. Every call is recorded as a line
-// of text so that a test can compare what arrived with what was defined.
+// The application's command classes, with exactly the members the generated
+// nq_command_init.cxx calls (docs/application-interface.md says what each
+// must do). This one records every call as a line of text, so that a test can
+// compare what arrived with what was defined; a real interpreter keeps the
+// values instead.
 #pragma once
 
 #include <memory>
