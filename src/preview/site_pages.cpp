@@ -50,20 +50,9 @@ std::string renderTopicPage(const SiteLayout& layout, std::size_t topic, const s
 std::string renderIndexPage(const SiteLayout& layout) {
     std::string out;
     appendHead(out, kSiteTitle, "", true);
-    out += "<body class=\"contents\">\n<main>\n<h1>";
+    out += "<body class=\"contents\">\n<nav class=\"sidebar\" aria-label=\"Contents\">\n<h1>";
     appendText(out, kSiteTitle);
-    out += "</h1>\n<p>" + topicCount(layout.size()) +
-           ", one per keyword and per standard alias. Choose one from the contents, or type a keyword, an "
-           "alias or an option name into the search box to narrow them down.</p>\n";
-    if (layout.size() > 0) {
-        out += "<p>Start reading at <a href=\"";
-        appendAttribute(out, layout.topicHref("", 0));
-        out += "\">";
-        appendText(out, layout.entry(0).title);
-        out += "</a>.</p>\n";
-    }
-    out += "</main>\n<nav class=\"sidebar\" aria-label=\"Contents\">\n";
-    out += "<input id=\"search\" type=\"search\" placeholder=\"Keyword, alias or option\" "
+    out += "</h1>\n<input id=\"search\" type=\"search\" placeholder=\"Keyword, alias or option\" "
            "aria-label=\"Search the contents\" autocomplete=\"off\" spellcheck=\"false\">\n";
     out += "<p id=\"matches\" class=\"matches\" aria-live=\"polite\">" + topicCount(layout.size()) + "</p>\n";
     out += "<ol id=\"entries\">\n";
@@ -74,8 +63,15 @@ std::string renderIndexPage(const SiteLayout& layout) {
         appendText(out, layout.entry(topic).title);
         out += "</a></li>\n";
     }
-    out += "</ol>\n</nav>\n<script src=\"search-index.js\"></script>\n<script src=\"search.js\"></script>\n";
-    out += "</body>\n</html>\n";
+    out += "</ol>\n</nav>\n";
+    // Beside the contents the first topic, and whichever is chosen after it;
+    // on a narrow screen the frame is hidden and the links lead to the pages.
+    if (layout.size() > 0) {
+        out += "<main class=\"viewer\"><iframe name=\"topic\" title=\"Topic\" src=\"";
+        appendAttribute(out, layout.topicHref("", 0));
+        out += "\"></iframe></main>\n";
+    }
+    out += "<script src=\"search-index.js\"></script>\n<script src=\"search.js\"></script>\n</body>\n</html>\n";
     return out;
 }
 

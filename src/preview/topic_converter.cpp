@@ -128,7 +128,8 @@ private:
             return false;
         }
         if (href == kContents) {
-            openTag(link, "a", toTop_ + "index.html");
+            // Out of the frame of index.html when the topic is shown there.
+            openTag(link, "a", toTop_ + "index.html", " target=\"_top\"");
             return true;
         }
         std::optional<std::size_t> target;
@@ -167,8 +168,10 @@ private:
 
     // Writes the start tag with the node's attributes, less the MadCap ones
     // (screen-only and print-only conditions become classes that the
-    // stylesheet honours) and, for links, less the original target.
-    void openTag(pugi::xml_node node, std::string_view name, std::optional<std::string> href = std::nullopt) {
+    // stylesheet honours) and, for links, less the original target; then the
+    // new target, if any, and the given extra attributes.
+    void openTag(pugi::xml_node node, std::string_view name, std::optional<std::string> href = std::nullopt,
+                 std::string_view extraAttributes = {}) {
         const bool link = isLink(node);
         std::string conditionClass;
         const std::string_view conditions = node.attribute("MadCap:conditions").value();
@@ -198,6 +201,7 @@ private:
             appendAttribute(out, *href);
             out += '"';
         }
+        out += extraAttributes;
         out += '>';
     }
 
