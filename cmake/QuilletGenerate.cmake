@@ -1,12 +1,13 @@
 # quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>]
-#                  [HTML_DIR <dir> ALIASES_ROOT <dir>])
+#                  [HTML_DIR <dir> ALIASES_ROOT <dir> [PREVIEW_DIR <dir>]])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
 # the definition with quillet::quillet, compiles the two sources into
 # <target> and puts OUTPUT_DIR (default: <target>_quillet in the current
 # binary directory) on its include path. With HTML_DIR it also adds the
 # target <target>_reference, which writes the command reference into HTML_DIR,
-# reading the aliases file below ALIASES_ROOT.
+# reading the aliases file below ALIASES_ROOT; with PREVIEW_DIR that target
+# also writes the reference's preview site (quillet::quillet-preview) there.
 #
 # quillet runs in a staging directory; an output is replaced (by rename) only
 # when its content changed, so that regenerating an unchanged header does not
@@ -18,7 +19,7 @@ cmake_policy(PUSH)
 cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINITION;OUTPUT_DIR;HTML_DIR;ALIASES_ROOT" "")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINITION;OUTPUT_DIR;HTML_DIR;ALIASES_ROOT;PREVIEW_DIR" "")
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "quillet_generate: unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
@@ -30,6 +31,9 @@ function(quillet_generate target)
   endif()
   if(arg_HTML_DIR AND NOT arg_ALIASES_ROOT OR arg_ALIASES_ROOT AND NOT arg_HTML_DIR)
     message(FATAL_ERROR "quillet_generate: HTML_DIR and ALIASES_ROOT go together")
+  endif()
+  if(arg_PREVIEW_DIR AND NOT arg_HTML_DIR)
+    message(FATAL_ERROR "quillet_generate: PREVIEW_DIR needs HTML_DIR")
   endif()
   if(NOT arg_OUTPUT_DIR)
     set(arg_OUTPUT_DIR ${target}_quillet)
@@ -95,7 +99,22 @@ function(quillet_generate target)
     ${depfile_args}
     COMMENT "Writing the command reference of ${target} into ${html_dir}"
     VERBATIM)
-  add_custom_target(${target}_reference DEPENDS "${stamp}")
+
+  # The preview site, written again whenever the reference is.
+  set(preview_stamp "")
+  if(arg_PREVIEW_DIR)
+    get_filename_component(preview_dir "${arg_PREVIEW_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
+    set(preview "$<TARGET_FILE:quillet::quillet-preview>")
+    set(preview_stamp "${work_dir}/preview.stamp")
+    add_custom_command(
+      OUTPUT "${preview_stamp}"
+      COMMAND "${preview}" "${html_dir}" "${preview_dir}"
+      COMMAND "${CMAKE_COMMAND}" -E touch "${preview_stamp}"
+      DEPENDS "${stamp}" "${preview}"
+      COMMENT "Writing the preview of the command reference of ${target} into ${preview_dir}"
+      VERBATIM)
+  endif()
+  add_custom_target(${target}_reference DEPENDS "${stamp}" ${preview_stamp})
 endfunction()
 
 cmake_policy(POP)
