@@ -46,7 +46,7 @@ std::vector<ContentsEntry> readContents(std::string_view bytes, const std::strin
 
         const std::size_t start = offset - 1;  // the name follows "<"
         if (std::string_view(node.name()) != "TocEntry")
-            throw PreviewError(file, "expected a TocEntry element, found <" + std::string(node.name()) + ">", bytes,
+            throw PreviewError(file, std::string("expected a TocEntry element, found <") + node.name() + ">", bytes,
                                start);
         if (node.first_child())
             throw PreviewError(file, "a TocEntry with content; only a flat list of empty entries is read", bytes,
@@ -58,7 +58,7 @@ std::vector<ContentsEntry> readContents(std::string_view bytes, const std::strin
         std::string name;
         if (!topicName(link.value(), name))
             throw PreviewError(file,
-                               "Link \"" + std::string(link.value()) + "\" does not name a topic file in " +
+                               std::string("Link \"") + link.value() + "\" does not name a topic file in " +
                                    std::string(kFolder),
                                bytes, start);
         if (names.insert(name).second) entries.push_back({title.value(), std::move(name), start});

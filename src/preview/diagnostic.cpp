@@ -19,7 +19,12 @@ PreviewError::PreviewError(std::string file, std::string message, std::string_vi
 
 std::string formatDiagnostic(const PreviewError& error, bool colour) {
     std::string location = error.file();
-    if (error.line() > 0) location += ":" + std::to_string(error.line()) + ":" + std::to_string(error.column());
+    if (error.line() > 0) {
+        location += ':';
+        location += std::to_string(error.line());
+        location += ':';
+        location += std::to_string(error.column());
+    }
     if (!colour) return location + ": error: " + error.what() + "\n";
     return "\033[1m" + location + ": \033[31merror:\033[0m\033[1m " + error.what() + "\033[0m\n";
 }

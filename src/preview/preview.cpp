@@ -46,7 +46,7 @@ void buildPreview(const fs::path& reference, const fs::path& site) {
         const fs::path topicPath = reference / (layout.entry(topic).name + ".html");
         if (const int error = readWholeFile(topicPath, bytes))
             throw PreviewError(contentsFile,
-                               "cannot read topic " + topicPath.string() + ": " + std::strerror(error), contents,
+                               std::string("cannot read topic ") + topicPath.string() + ": " + std::strerror(error), contents,
                                layout.entry(topic).offset);
         ConvertedTopic converted = convertTopic(bytes, topicPath.string(), layout, topic);
         staged.write(layout.pageFile(topic), renderTopicPage(layout, topic, converted.body));

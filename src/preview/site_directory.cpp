@@ -20,7 +20,11 @@ namespace {
 
 // A fresh empty directory beside `place`, named after it with `purpose`.
 fs::path makeSibling(const fs::path& place, const char* purpose) {
-    std::string pattern = (place.parent_path() / ("." + place.filename().string() + purpose + "-XXXXXX")).string();
+    std::string name = ".";
+    name += place.filename().string();
+    name += purpose;
+    name += "-XXXXXX";
+    std::string pattern = (place.parent_path() / name).string();
     if (mkdtemp(pattern.data()) == nullptr) return {};
     return pattern;
 }
@@ -70,7 +74,7 @@ void StagedSite::write(const fs::path& relative, std::string_view bytes) {
         std::error_code error;
         fs::create_directories(folder, error);
         if (error)
-            throw PreviewError((site_ / relative.parent_path()).string(), "cannot make the folder: " + error.message());
+            throw PreviewError((site_ / relative.parent_path()).string(), std::string("cannot make the folder: ") + error.message());
         lastFolder_ = folder;
     }
     if (const int error = writeWholeFile(file, bytes))

@@ -54,7 +54,9 @@ std::string renderIndexPage(const SiteLayout& layout) {
     appendText(out, kSiteTitle);
     out += "</h1>\n<input id=\"search\" type=\"search\" placeholder=\"Keyword, alias or option\" "
            "aria-label=\"Search the contents\" autocomplete=\"off\" spellcheck=\"false\">\n";
-    out += "<p id=\"matches\" class=\"matches\" aria-live=\"polite\">" + topicCount(layout.size()) + "</p>\n";
+    out += "<p id=\"matches\" class=\"matches\" aria-live=\"polite\">";
+    out += topicCount(layout.size());
+    out += "</p>\n";
     out += "<ol id=\"entries\">\n";
     for (std::size_t topic = 0; topic < layout.size(); ++topic) {
         out += "<li><a href=\"";
