@@ -81,7 +81,7 @@ private:
 
     void close(pugi::xml_node node) {
         if (node == capturing_) {
-            result_.terms.push_back(std::move(captured_));
+            if (!captured_.empty()) result_.terms.push_back(std::move(captured_));
             captured_.clear();
             capturing_ = pugi::xml_node();
         }

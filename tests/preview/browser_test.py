@@ -16,6 +16,7 @@ scale: a generated reference of KEYWORDS keywords: the search answers each
 Exits 77 (skipped) when Chromium, its driver or Selenium is missing.
 """
 import os
+import pathlib
 import re
 import shutil
 import subprocess
@@ -42,14 +43,10 @@ CHROMIUM_FLAGS = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic
                   "--hide-scrollbars"]
 
 
-def fail(message):
-    print("FAILED: " + message)
-    sys.exit(1)
-
-
 def check(condition, message):
     if not condition:
-        fail(message)
+        print("FAILED: " + message)
+        sys.exit(1)
 
 
 def start_chromium(profile):
@@ -71,12 +68,8 @@ def start_chromium(profile):
 
 
 def run(command, cwd, stdin=None, env=None):
-    source = open(stdin, "rb") if stdin else subprocess.DEVNULL
-    try:
-        result = subprocess.run(command, cwd=cwd, stdin=source, env=env, capture_output=True)
-    finally:
-        if stdin:
-            source.close()
+    data = pathlib.Path(stdin).read_bytes() if stdin else b""
+    result = subprocess.run(command, cwd=cwd, input=data, env=env, capture_output=True)
     check(result.returncode == 0,
           "%s exited with %d:\n%s" % (" ".join(command), result.returncode, result.stderr.decode(errors="replace")))
 
