@@ -1,5 +1,5 @@
 # quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE]
-#                  [HTML_DIR <dir> [ALIASES <file> | ALIASES_ROOT <dir>]])
+#                  [HTML_DIR <dir> [ALIASES <file> | ALIASES_ROOT <dir>] [PREVIEW_DIR <dir>]])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
 # the definition with quillet::quillet, compiles the two sources into
@@ -7,9 +7,10 @@
 # binary directory) on its include path. With HTML_DIR it also adds the
 # target <target>_reference, which writes the command reference into HTML_DIR
 # with the aliases of the file ALIASES, of the file below ALIASES_ROOT where
-# quillet looks by default (orrery-src/data/res/alias.cmd), or with none.
-# quillet's messages appear in the build log when it fails, or always with
-# VERBOSE.
+# quillet looks by default (orrery-src/data/res/alias.cmd), or with none;
+# with PREVIEW_DIR that target also writes the reference's preview site
+# (quillet::quillet-preview) there. quillet's messages appear in the build
+# log when it fails, or always with VERBOSE.
 #
 # quillet runs in a staging directory; an output is replaced (by rename) only
 # when its content changed, so that regenerating an unchanged header does not
@@ -22,7 +23,7 @@ cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
   set(options VERBOSE)
-  set(one_value_keywords DEFINITION OUTPUT_DIR HTML_DIR ALIASES ALIASES_ROOT)
+  set(one_value_keywords DEFINITION OUTPUT_DIR HTML_DIR ALIASES ALIASES_ROOT PREVIEW_DIR)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${options}" "${one_value_keywords}" "")
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "quillet_generate: unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
@@ -38,6 +39,9 @@ function(quillet_generate target)
   endif()
   if(arg_ALIASES AND arg_ALIASES_ROOT)
     message(FATAL_ERROR "quillet_generate: give either ALIASES or ALIASES_ROOT")
+  endif()
+  if(arg_PREVIEW_DIR AND NOT arg_HTML_DIR)
+    message(FATAL_ERROR "quillet_generate: PREVIEW_DIR needs HTML_DIR")
   endif()
   if(NOT arg_OUTPUT_DIR)
     set(arg_OUTPUT_DIR ${target}_quillet)
@@ -123,7 +127,22 @@ function(quillet_generate target)
     ${depfile_args}
     COMMENT "Writing the command reference of ${target} into ${html_dir}"
     VERBATIM)
-  add_custom_target(${target}_reference DEPENDS "${stamp}")
+
+  # The preview site, written again whenever the reference is.
+  set(preview_stamp "")
+  if(arg_PREVIEW_DIR)
+    get_filename_component(preview_dir "${arg_PREVIEW_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
+    set(preview "$<TARGET_FILE:quillet::quillet-preview>")
+    set(preview_stamp "${work_dir}/preview.stamp")
+    add_custom_command(
+      OUTPUT "${preview_stamp}"
+      COMMAND "${preview}" "${html_dir}" "${preview_dir}"
+      COMMAND "${CMAKE_COMMAND}" -E touch "${preview_stamp}"
+      DEPENDS "${stamp}" "${preview}"
+      COMMENT "Writing the preview of the command reference of ${target} into ${preview_dir}"
+      VERBATIM)
+  endif()
+  add_custom_target(${target}_reference DEPENDS "${stamp}" ${preview_stamp})
 endfunction()
 
 cmake_policy(POP)

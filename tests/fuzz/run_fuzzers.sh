@@ -17,15 +17,17 @@ mkdir -p "$artifacts"
 
 passed=0
 failed=0
-for target in fuzz_definition fuzz_alias_file fuzz_values; do
+for target in fuzz_definition fuzz_alias_file fuzz_values fuzz_preview; do
   seeds="$here/corpus/${target#fuzz_}"
+  dict="$here/definition.dict"
+  if [ -f "$here/${target#fuzz_}.dict" ]; then dict="$here/${target#fuzz_}.dict"; fi
   work="$build/fuzz-corpus/${target#fuzz_}"
   log="$build/$target.log"
   mkdir -p "$work"
   # stdin from /dev/null: nothing the tool reads may wait on a terminal.
   if ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
      "$build/tests/fuzz/$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 \
-       -print_final_stats=1 -dict="$here/definition.dict" -artifact_prefix="$artifacts/$target-" \
+       -print_final_stats=1 -dict="$dict" -artifact_prefix="$artifacts/$target-" \
        "$work" "$seeds" </dev/null >"$log" 2>&1; then
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
     echo "$target: ${runs:-?} runs in ${seconds}s, no finding"

@@ -85,8 +85,9 @@ file(WRITE "${named_aliases}" "alias p paint\n")
 
 # The package as installed.
 run(${CMAKE_COMMAND} --install "${PROJECT_BUILD_DIR}" --prefix "${prefix}")
-foreach(file bin/quillet include/nqerr.h include/nqerr_capture.h include/nqtoken.h share/man/man1/quillet.1
-             share/doc/quillet/definition-language.md share/doc/quillet/application-interface.md)
+foreach(file bin/quillet bin/quillet-preview include/nqerr.h include/nqerr_capture.h include/nqtoken.h
+             share/man/man1/quillet.1 share/man/man1/quillet-preview.1 share/doc/quillet/definition-language.md
+             share/doc/quillet/application-interface.md)
   if(NOT EXISTS "${prefix}/${file}")
     message(FATAL_ERROR "not installed: ${file}")
   endif()
@@ -193,18 +194,21 @@ file(WRITE "${definition}" "${extended}")
 build()
 expect_not("repaired definition" "${output}" "Building|Linking")
 
-# The command reference, rewritten when the aliases file changes; the topic
-# of an alias that is gone is removed.
+# The command reference and its preview site, rewritten when the aliases file
+# changes; the topic of an alias that is gone is removed.
 build(--target app_reference)
-foreach(file Commands.fltoc paint.html quit.html zoom.html q.html)
-  if(NOT EXISTS "${build}/reference/${file}")
+foreach(file reference/Commands.fltoc reference/paint.html reference/quit.html reference/zoom.html
+             reference/q.html preview/index.html preview/topics/q.html)
+  if(NOT EXISTS "${build}/${file}")
     message(FATAL_ERROR "reference lacks ${file}")
   endif()
 endforeach()
 file(WRITE "${aliases}" "alias z zoom\n")
 build(--target app_reference)
 expect("changed aliases" "${output}" "Writing the command reference of app")
-if(NOT EXISTS "${build}/reference/z.html" OR EXISTS "${build}/reference/q.html")
+expect("changed aliases" "${output}" "Writing the preview of the command reference of app")
+if(NOT EXISTS "${build}/reference/z.html" OR EXISTS "${build}/reference/q.html"
+   OR NOT EXISTS "${build}/preview/topics/z.html" OR EXISTS "${build}/preview/topics/q.html")
   message(FATAL_ERROR "the reference does not follow the aliases file")
 endif()
 build(--target app_reference)

@@ -42,7 +42,9 @@ ScratchDir::~ScratchDir() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-ProcessResult runQuilletProcess(const ProcessRequest& request) {
+ProcessResult runQuilletProcess(const ProcessRequest& request) { return runProcess(QUILLET_BINARY, request); }
+
+ProcessResult runProcess(const std::filesystem::path& program, const ProcessRequest& request) {
     ScratchDir io;
     const auto inPath = io.path() / "stdin";
     const auto outPath = io.path() / "stdout";
@@ -63,12 +65,12 @@ ProcessResult runQuilletProcess(const ProcessRequest& request) {
             chdir(request.workDir.c_str()) != 0)
             _exit(127);
         std::vector<char*> argv;
-        std::string program = QUILLET_BINARY;
-        argv.push_back(program.data());
+        std::string path = program.string();
+        argv.push_back(path.data());
         std::vector<std::string> arguments = request.arguments;
         for (auto& argument : arguments) argv.push_back(argument.data());
         argv.push_back(nullptr);
-        execv(program.c_str(), argv.data());
+        execv(path.c_str(), argv.data());
         _exit(127);
     }
     int wstatus = 0;

@@ -21,6 +21,9 @@ struct ProcessRequest {
     std::map<std::string, std::optional<std::string>> environment;  // nullopt unsets
 };
 
+// Runs an executable as a real process.
+ProcessResult runProcess(const std::filesystem::path& program, const ProcessRequest& request);
+
 // Runs the quillet executable built with the tests as a real process.
 ProcessResult runQuilletProcess(const ProcessRequest& request);
 
