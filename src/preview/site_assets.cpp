@@ -68,11 +68,11 @@ body.contents {
 }
 #search:focus { outline: 2px solid var(--link); outline-offset: -1px; }
 .matches { margin: 0.5rem 0.25rem; color: var(--muted); font-size: 0.875rem; }
-#entries { list-style: none; margin: 0; padding: 0; }
-/* Blocks, not list items: hiding a list item renumbers all that follow it,
-   which takes seconds over ten thousand entries. */
-#entries li { display: block; }
-#entries a {
+#entries, #found { list-style: none; margin: 0; padding: 0; }
+/* While a search is shown the contents are skipped but kept laid out, so
+   that they come back at once however many they are. */
+#entries.covered { content-visibility: hidden; }
+#entries a, #found a {
   display: block;
   padding: 0.2rem 0.5rem;
   border-radius: 4px;
@@ -80,7 +80,7 @@ body.contents {
   font-family: ui-monospace, "SFMono-Regular", "DejaVu Sans Mono", Menlo, Consolas, monospace;
   font-size: 0.9375rem;
 }
-#entries a:hover, #entries a:focus, #entries a[aria-current] { background: var(--mark); }
+.sidebar a:hover, .sidebar a:focus, .sidebar a[aria-current] { background: var(--mark); }
 
 /* Topic pages as quillet writes them. */
 table.NavLink { width: 100%; table-layout: fixed; border-collapse: collapse; margin: 0.5rem 0; border-block: 1px solid var(--rule); }
@@ -127,32 +127,46 @@ dd td:first-child { color: var(--muted); white-space: nowrap; }
 @media screen { .print-only { display: none !important; } }
 )css";
 
-const char* const kSearchScript = R"js(// Filters the contents as one types: an entry stays when every word typed is
-// part of its title, of one of its option names or of a linked alias's name.
-// A chosen entry opens in the frame beside the contents, where there is one
-// on screen; Enter opens the first entry left.
+const char* const kSearchScript = R"js(// The search of the contents: as one types, the entries whose title, option
+// names or linked aliases' names hold every word typed are listed in place
+// of the contents, the first LIMIT of them, so that each key costs little
+// however large the reference. A chosen entry opens in the frame beside the
+// contents, where there is one on screen; Enter opens the first entry found.
 (function () {
   "use strict";
+  var LIMIT = 500;
   var box = document.getElementById("search");
   var matches = document.getElementById("matches");
-  var list = document.getElementById("entries");
-  var entries = list.children;
+  var contents = document.getElementById("entries");
+  var found = document.getElementById("found");
+  var entries = contents.children;
   var frame = document.querySelector(".viewer iframe");
   var terms = SEARCH_INDEX.map(function (text) { return text.toLowerCase(); });
   var current = null;
 
   function count(n) { return n + (n === 1 ? " topic" : " topics"); }
 
-  function filter() {
+  function search() {
     var words = box.value.toLowerCase().split(/\s+/).filter(Boolean);
-    var shown = 0;
-    for (var i = 0; i < entries.length; i++) {
+    if (!words.length) {
+      found.hidden = true;
+      contents.classList.remove("covered");
+      matches.textContent = count(entries.length);
+      return;
+    }
+    var hits = [];
+    for (var i = 0; i < terms.length; i++) {
       var hit = true;
       for (var w = 0; hit && w < words.length; w++) hit = terms[i].indexOf(words[w]) !== -1;
-      if (entries[i].hidden === hit) entries[i].hidden = !hit;
-      if (hit) shown++;
+      if (hit) hits.push(i);
     }
-    matches.textContent = words.length ? count(shown) + " of " + entries.length : count(entries.length);
+    var list = document.createDocumentFragment();
+    for (var k = 0; k < hits.length && k < LIMIT; k++) list.appendChild(entries[hits[k]].cloneNode(true));
+    found.replaceChildren(list);
+    found.hidden = false;
+    contents.classList.add("covered");
+    matches.textContent = count(hits.length) + " of " + entries.length +
+        (hits.length > LIMIT ? ", the first " + LIMIT + " shown" : "");
   }
 
   function mark(link) {
@@ -169,24 +183,19 @@ const char* const kSearchScript = R"js(// Filters the contents as one types: an 
     return true;
   }
 
-  box.addEventListener("input", filter);
+  box.addEventListener("input", search);
   box.addEventListener("keydown", function (event) {
-    if (event.key !== "Enter") return;
-    for (var i = 0; i < entries.length; i++) {
-      if (!entries[i].hidden) {
-        var link = entries[i].firstElementChild;
-        if (!openInFrame(link)) window.location.href = link.href;
-        return;
-      }
-    }
+    var first = (found.hidden ? contents : found).querySelector("a");
+    if (event.key !== "Enter" || !first) return;
+    if (!openInFrame(first)) window.location.href = first.href;
   });
-  list.addEventListener("click", function (event) {
+  document.querySelector(".sidebar").addEventListener("click", function (event) {
     var link = event.target.closest("a");
     if (!link || event.ctrlKey || event.metaKey || event.shiftKey || event.altKey) return;
     if (openInFrame(link)) event.preventDefault();
   });
   if (frame) mark(entries[0].firstElementChild);
-  filter();
+  search();
 })();
 )js";
 

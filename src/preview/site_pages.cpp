@@ -65,7 +65,7 @@ std::string renderIndexPage(const SiteLayout& layout) {
         appendText(out, layout.entry(topic).title);
         out += "</a></li>\n";
     }
-    out += "</ol>\n</nav>\n";
+    out += "</ol>\n<ol id=\"found\" hidden></ol>\n</nav>\n";
     // Beside the contents the first topic, and whichever is chosen after it;
     // on a narrow screen the frame is hidden and the links lead to the pages.
     if (layout.size() > 0) {
