@@ -1,13 +1,15 @@
 #include "diff/change.h"
 
-#include <tuple>
 
 namespace quillet::diff {
 
-bool reportOrder(const Change& a, const Change& b) {
-    // An absent option or value sorts first.
-    return std::forward_as_tuple(a.category(), a.keyword, a.option, ruleSpec(a.rule).name, a.oldValue, a.newValue) <
-           std::forward_as_tuple(b.category(), b.keyword, b.option, ruleSpec(b.rule).name, b.oldValue, b.newValue);
+std::vector<const Change*> inReportOrder(const std::vector<Change>& changes) {
+    std::vector<const Change*> ordered;
+    ordered.reserve(changes.size());
+    for (Category category : {Category::Breaking, Category::Behaviour, Category::Compatible})
+        for (const Change& change : changes)
+            if (change.category() == category) ordered.push_back(&change);
+    return ordered;
 }
 
 CategoryCounts countCategories(const std::vector<Change>& changes) {
@@ -22,9 +24,21 @@ CategoryCounts countCategories(const std::vector<Change>& changes) {
     return counts;
 }
 
+namespace {
+
+// The change's word for a placeholder of its rule's message; none for an
+// absent value.
+std::optional<std::string_view> wordFor(const Change& change, std::string_view placeholder) {
+    if (placeholder == "{keyword}") return change.keyword.view();
+    const std::optional<Text>& word =
+        placeholder == "{option}" ? change.option : placeholder == "{old}" ? change.oldValue : change.newValue;
+    if (word) return word->view();
+    return std::nullopt;
+}
+
+}  // namespace
+
 std::string describe(const Change& change, const std::function<std::string(std::string_view)>& quote) {
-    const std::pair<std::string_view, const std::optional<std::string>*> words[] = {
-        {"{keyword}", nullptr}, {"{option}", &change.option}, {"{old}", &change.oldValue}, {"{new}", &change.newValue}};
     const std::string_view message = ruleSpec(change.rule).message;
     std::string text;
     std::size_t at = 0;
@@ -33,12 +47,8 @@ std::string describe(const Change& change, const std::function<std::string(std::
         text.append(message.substr(at, open - at));
         if (open == std::string_view::npos) break;
         const std::size_t close = message.find('}', open);
-        const std::string_view placeholder = message.substr(open, close + 1 - open);
-        for (const auto& [name, value] : words) {
-            if (name != placeholder) continue;
-            if (value == nullptr) text += quote(change.keyword);
-            else text += value->has_value() ? quote(**value) : "none";
-        }
+        const std::optional<std::string_view> word = wordFor(change, message.substr(open, close + 1 - open));
+        text += word ? quote(*word) : "none";
         at = close + 1;
     }
     return text;

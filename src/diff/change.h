@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "diff/rule.h"
+#include "model/text.h"
 
 namespace quillet::diff {
 
@@ -13,22 +14,20 @@ namespace quillet::diff {
 // the keyword (or alias) typed, the option if one is concerned, and the old
 // and new values as shown to users. A value is absent where its side has no
 // such thing (an added keyword has no old value); a line is absent where its
-// side has no record.
+// side has no record. Names and values are texts of the compared
+// definitions or of the comparison's own arena, which must outlive the
+// change: two unrelated big definitions differ in millions of places.
 struct Change {
     Rule rule;
-    std::string keyword;
-    std::optional<std::string> option{};
-    std::optional<std::string> oldValue{};
-    std::optional<std::string> newValue{};
+    Text keyword;
+    std::optional<Text> option{};
+    std::optional<Text> oldValue{};
+    std::optional<Text> newValue{};
     std::optional<int> oldLine{};
     std::optional<int> newLine{};
 
     Category category() const { return ruleSpec(rule).category; }
 };
-
-// Category, keyword, option, rule name, then the values: the order of every
-// report, whatever order the definitions were written in.
-bool reportOrder(const Change& a, const Change& b);
 
 struct CategoryCounts {
     int breaking = 0;
@@ -36,6 +35,10 @@ struct CategoryCounts {
     int compatible = 0;
 };
 CategoryCounts countCategories(const std::vector<Change>& changes);
+
+// The order of every report: by category, then in the comparer's order.
+// Pointers, as millions of changes are not worth copying.
+std::vector<const Change*> inReportOrder(const std::vector<Change>& changes);
 
 // The rule's sentence about the change, each of its words (names and
 // values) put in by `quote`; an absent value reads "none".

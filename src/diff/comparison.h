@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "diff/change.h"
@@ -12,42 +11,44 @@
 
 namespace quillet::diff {
 
-// One comparison of two definitions, collecting changes as it goes: the
-// keywords and aliases (definition_comparer.cpp), then each option that
-// both sides have (option_comparer.cpp).
+// One comparison of two definitions: every name a script may type, keyword
+// or alias, in name order (definition_comparer.cpp), and for a keyword both
+// sides have, its options in name order (option_comparer.cpp). Walking the
+// names in order leaves the changes in order, so only the few changes of one
+// keyword or option need sorting, by rule.
 class Comparison {
 public:
-    Comparison(const DefinitionSet& oldSet, const DefinitionSet& newSet) : old_(oldSet), new_(newSet) {}
+    Comparison(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values)
+        : old_(oldSet), new_(newSet), values_(values) {}
     std::vector<Change> run();
 
 private:
-    using Value = std::optional<std::string>;
+    using Value = std::optional<Text>;
 
-    void compareKeywords();
-    void compareAliases();
+    struct Name;
+    static std::vector<Name> namesOf(const DefinitionSet& oldSet, const DefinitionSet& newSet);
+    void compareName(const Name& name);
     void compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& newKeyword);
     void compareOptions(const KeywordDef& oldKeyword, const KeywordDef& newKeyword);
-    void compareOption(std::string_view keyword, const OptionDef& oldOption, const OptionDef& newOption);
-    void compareLimit(std::string_view keyword, const OptionDef& oldOption, const OptionDef& newOption, Limit limit);
-    void compareLookupNames(std::string_view keyword, const OptionDef& oldOption, const OptionDef& newOption);
+    void compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
+    void compareLimit(Text keyword, const OptionDef& oldOption, const OptionDef& newOption, Limit limit);
+    void compareLookupNames(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
 
     void keywordChange(Rule rule, const KeywordDef* oldKeyword, const KeywordDef* newKeyword, Value oldValue = {},
                        Value newValue = {});
-    void optionChange(Rule rule, std::string_view keyword, const OptionDef* oldOption, const OptionDef* newOption,
+    void optionChange(Rule rule, Text keyword, const OptionDef* oldOption, const OptionDef* newOption,
                       Value oldValue = {}, Value newValue = {});
-    void aliasChange(Rule rule, std::string_view alias, Value oldValue, Value newValue);
-
-    using KeywordsByName = std::unordered_map<std::string_view, const KeywordDef*>;
-    using AliasTargets = std::unordered_map<std::string_view, std::string_view>;
+    void aliasChange(Rule rule, Text alias, Value oldValue, Value newValue);
+    Text keep(std::string_view value) { return values_.keep(value); }
+    // Sorts the changes of one keyword or option by rule.
+    void closeGroup();
 
     const DefinitionSet& old_;
     const DefinitionSet& new_;
-    KeywordsByName oldKeywords_;
-    KeywordsByName newKeywords_;
-    AliasTargets oldAliases_;
-    AliasTargets newAliases_;
+    TextArena& values_;
     LimitReader limits_;
     std::vector<Change> changes_;
+    std::size_t groupStart_ = 0;
 };
 
 }  // namespace quillet::diff

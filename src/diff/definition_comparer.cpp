@@ -1,6 +1,7 @@
 // Keywords and aliases: which words a script may type, and what each
 // keyword's flags and texts say.
 #include <algorithm>
+#include <tuple>
 
 #include "diff/comparer.h"
 #include "diff/comparison.h"
@@ -57,81 +58,90 @@ constexpr TextRule kKeywordTexts[] = {
     {&KeywordDef::operandDescription, Rule::OPERAND_DESCRIPTION_CHANGED},
 };
 
-// Alias records follow the keywords in the list. A later line of the
-// aliases file for the same alias redefines it, as the application reads it.
-void index(const DefinitionSet& definitions, std::unordered_map<std::string_view, const KeywordDef*>& keywords,
-           std::unordered_map<std::string_view, std::string_view>& aliases) {
-    keywords.reserve(definitions.keywords.size());
-    for (const KeywordDef* record : definitions.keywords) {
-        if (!record->isAlias) keywords.emplace(record->name, record);
-        else if (!record->aliases.empty()) aliases[record->name] = record->aliases.front()->name;
-    }
-}
-
-template <typename Map>
-bool has(const Map& map, std::string_view name) {
-    return map.find(name) != map.end();
+bool byRule(const Change& a, const Change& b) {
+    return std::tie(ruleSpec(a.rule).name, a.oldValue, a.newValue) <
+           std::tie(ruleSpec(b.rule).name, b.oldValue, b.newValue);
 }
 
 }  // namespace
 
-std::vector<Change> compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet) {
-    return Comparison(oldSet, newSet).run();
+// What one word is on each side: a keyword, an alias (with the word it
+// stands for), both or neither.
+struct Comparison::Name {
+    Text name;
+    const KeywordDef* oldKeyword = nullptr;
+    const KeywordDef* newKeyword = nullptr;
+    std::optional<Text> oldTarget{};
+    std::optional<Text> newTarget{};
+};
+
+std::vector<Change> compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values) {
+    return Comparison(oldSet, newSet, values).run();
 }
 
 std::vector<Change> Comparison::run() {
-    index(old_, oldKeywords_, oldAliases_);
-    index(new_, newKeywords_, newAliases_);
-    compareKeywords();
-    compareAliases();
-    std::sort(changes_.begin(), changes_.end(), reportOrder);
+    for (const Name& name : namesOf(old_, new_)) compareName(name);
     return std::move(changes_);
+}
+
+// Every word of both sides once, in name order. Alias records follow the
+// keywords in their lists; a later line of the aliases file for the same
+// alias redefines it, as the application reads the file.
+std::vector<Comparison::Name> Comparison::namesOf(const DefinitionSet& oldSet, const DefinitionSet& newSet) {
+    std::vector<Name> records;
+    records.reserve(oldSet.keywords.size() + newSet.keywords.size());
+    for (const DefinitionSet* side : {&oldSet, &newSet}) {
+        const bool isOld = side == &oldSet;
+        for (const KeywordDef* record : side->keywords) {
+            Name& name = records.emplace_back(Name{.name = record->name});
+            if (!record->isAlias) (isOld ? name.oldKeyword : name.newKeyword) = record;
+            else if (!record->aliases.empty()) (isOld ? name.oldTarget : name.newTarget) = record->aliases.front()->name;
+        }
+    }
+    std::stable_sort(records.begin(), records.end(), [](const Name& a, const Name& b) { return a.name < b.name; });
+    std::vector<Name> names;
+    for (const Name& record : records) {
+        if (names.empty() || names.back().name != record.name) names.push_back(Name{.name = record.name});
+        Name& name = names.back();
+        if (record.oldKeyword != nullptr) name.oldKeyword = record.oldKeyword;
+        if (record.newKeyword != nullptr) name.newKeyword = record.newKeyword;
+        if (record.oldTarget) name.oldTarget = record.oldTarget;
+        if (record.newTarget) name.newTarget = record.newTarget;
+    }
+    return names;
 }
 
 // A keyword that became an alias, or an alias that became a keyword, is a
 // word scripts can still type: one change of behaviour, not a removal.
-void Comparison::compareKeywords() {
-    for (const KeywordDef* oldKeyword : old_.keywords) {
-        if (oldKeyword->isAlias) continue;
-        if (auto found = newKeywords_.find(oldKeyword->name); found != newKeywords_.end())
-            compareKeyword(*oldKeyword, *found->second);
-        else if (auto alias = newAliases_.find(oldKeyword->name); alias != newAliases_.end())
-            keywordChange(Rule::KEYWORD_MADE_ALIAS, oldKeyword, nullptr, {}, std::string(alias->second));
-        else
-            keywordChange(Rule::KEYWORD_REMOVED, oldKeyword, nullptr);
+void Comparison::compareName(const Name& name) {
+    if (name.oldKeyword != nullptr && name.newKeyword != nullptr) {
+        compareKeyword(*name.oldKeyword, *name.newKeyword);
+    } else if (name.oldKeyword != nullptr) {
+        if (name.newTarget) keywordChange(Rule::KEYWORD_MADE_ALIAS, name.oldKeyword, nullptr, {}, name.newTarget);
+        else keywordChange(Rule::KEYWORD_REMOVED, name.oldKeyword, nullptr);
+    } else if (name.newKeyword != nullptr) {
+        if (name.oldTarget) keywordChange(Rule::ALIAS_MADE_KEYWORD, nullptr, name.newKeyword, name.oldTarget);
+        else keywordChange(Rule::KEYWORD_ADDED, nullptr, name.newKeyword);
     }
-    for (const KeywordDef* newKeyword : new_.keywords) {
-        if (newKeyword->isAlias || has(oldKeywords_, newKeyword->name)) continue;
-        if (auto alias = oldAliases_.find(newKeyword->name); alias != oldAliases_.end())
-            keywordChange(Rule::ALIAS_MADE_KEYWORD, nullptr, newKeyword, std::string(alias->second));
-        else
-            keywordChange(Rule::KEYWORD_ADDED, nullptr, newKeyword);
+    if (name.oldTarget && name.newTarget) {
+        if (*name.oldTarget != *name.newTarget)
+            aliasChange(Rule::ALIAS_TARGET_CHANGED, name.name, name.oldTarget, name.newTarget);
+    } else if (name.oldTarget && name.newKeyword == nullptr) {
+        aliasChange(Rule::ALIAS_REMOVED, name.name, name.oldTarget, {});
+    } else if (name.newTarget && name.oldKeyword == nullptr) {
+        aliasChange(Rule::ALIAS_ADDED, name.name, {}, name.newTarget);
     }
-}
-
-// Aliases that turned into keywords or back were reported with the keywords.
-void Comparison::compareAliases() {
-    for (const auto& [alias, oldTarget] : oldAliases_) {
-        auto found = newAliases_.find(alias);
-        if (found == newAliases_.end()) {
-            if (!has(newKeywords_, alias)) aliasChange(Rule::ALIAS_REMOVED, alias, std::string(oldTarget), {});
-        } else if (found->second != oldTarget) {
-            aliasChange(Rule::ALIAS_TARGET_CHANGED, alias, std::string(oldTarget), std::string(found->second));
-        }
-    }
-    for (const auto& [alias, newTarget] : newAliases_)
-        if (!has(oldAliases_, alias) && !has(oldKeywords_, alias))
-            aliasChange(Rule::ALIAS_ADDED, alias, {}, std::string(newTarget));
+    closeGroup();
+    if (name.oldKeyword != nullptr && name.newKeyword != nullptr) compareOptions(*name.oldKeyword, *name.newKeyword);
 }
 
 void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& newKeyword) {
     if (oldKeyword.id != newKeyword.id)
-        keywordChange(Rule::KEYWORD_ID_CHANGED, &oldKeyword, &newKeyword, std::string(oldKeyword.id.view()),
-                      std::string(newKeyword.id.view()));
+        keywordChange(Rule::KEYWORD_ID_CHANGED, &oldKeyword, &newKeyword, oldKeyword.id, newKeyword.id);
     for (const TextRule& text : kKeywordTexts)
         if (oldKeyword.*text.text != newKeyword.*text.text)
-            keywordChange(text.changed, &oldKeyword, &newKeyword, quotedText(oldKeyword.*text.text),
-                          quotedText(newKeyword.*text.text));
+            keywordChange(text.changed, &oldKeyword, &newKeyword, keep(quotedText(oldKeyword.*text.text)),
+                          keep(quotedText(newKeyword.*text.text)));
     for (const FlagRules& flag : kKeywordFlags) {
         const DirectiveSpec& spec = directiveSpec(flag.directive);
         const bool before = oldKeyword.*spec.keywordFlag == spec.flagValue;
@@ -140,28 +150,30 @@ void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& 
     }
     if (oldKeyword.operandsAreModelName && newKeyword.operandsAreModelName &&
         oldKeyword.numTokensInModelName != newKeyword.numTokensInModelName)
-        keywordChange(Rule::MODEL_NAME_TOKENS_CHANGED, &oldKeyword, &newKeyword,
-                      std::string(oldKeyword.numTokensInModelName.view()),
-                      std::string(newKeyword.numTokensInModelName.view()));
-    compareOptions(oldKeyword, newKeyword);
+        keywordChange(Rule::MODEL_NAME_TOKENS_CHANGED, &oldKeyword, &newKeyword, oldKeyword.numTokensInModelName,
+                      newKeyword.numTokensInModelName);
 }
 
 void Comparison::keywordChange(Rule rule, const KeywordDef* oldKeyword, const KeywordDef* newKeyword, Value oldValue,
                                Value newValue) {
-    Change change{.rule = rule, .keyword = std::string((oldKeyword != nullptr ? oldKeyword : newKeyword)->name.view())};
-    change.oldValue = std::move(oldValue);
-    change.newValue = std::move(newValue);
+    Change& change = changes_.emplace_back(
+        Change{.rule = rule, .keyword = (oldKeyword != nullptr ? oldKeyword : newKeyword)->name});
+    change.oldValue = oldValue;
+    change.newValue = newValue;
     if (oldKeyword != nullptr) change.oldLine = oldKeyword->lineNumber;
     if (newKeyword != nullptr) change.newLine = newKeyword->lineNumber;
-    changes_.push_back(std::move(change));
 }
 
 // The aliases file's lines are not kept, so alias changes name no line.
-void Comparison::aliasChange(Rule rule, std::string_view alias, Value oldValue, Value newValue) {
-    Change change{.rule = rule, .keyword = std::string(alias)};
-    change.oldValue = std::move(oldValue);
-    change.newValue = std::move(newValue);
-    changes_.push_back(std::move(change));
+void Comparison::aliasChange(Rule rule, Text alias, Value oldValue, Value newValue) {
+    Change& change = changes_.emplace_back(Change{.rule = rule, .keyword = alias});
+    change.oldValue = oldValue;
+    change.newValue = newValue;
+}
+
+void Comparison::closeGroup() {
+    std::sort(changes_.begin() + static_cast<std::ptrdiff_t>(groupStart_), changes_.end(), byRule);
+    groupStart_ = changes_.size();
 }
 
 }  // namespace quillet::diff

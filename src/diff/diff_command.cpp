@@ -89,7 +89,8 @@ int runQuilletDiff(const std::vector<std::string>& arguments, std::ostream& out,
     DefinitionSet oldSet;
     DefinitionSet newSet;
     if (!load(settings, oldSet, newSet, err, terminal.colourErr)) return kUnusable;
-    const std::vector<Change> changes = compareDefinitions(oldSet, newSet);
+    TextArena values;
+    const std::vector<Change> changes = compareDefinitions(oldSet, newSet, values);
     if (settings.format == "json") writeJsonReport(out, changes);
     else if (settings.format == "markdown") writeMarkdownReport(out, changes);
     else writeTextReport(out, changes, settings.oldPath, settings.newPath, terminal.colourOut);

@@ -8,10 +8,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-template <typename T>
-Json orNull(const std::optional<T>& value) {
-    return value ? Json(*value) : Json(nullptr);
-}
+Json orNull(const std::optional<Text>& value) { return value ? Json(value->view()) : Json(nullptr); }
+Json orNull(const std::optional<int>& value) { return value ? Json(*value) : Json(nullptr); }
 
 std::string singleQuoted(std::string_view word) { return '\'' + std::string(word) + '\''; }
 
@@ -19,11 +17,12 @@ std::string singleQuoted(std::string_view word) { return '\'' + std::string(word
 
 void writeJsonReport(std::ostream& out, const std::vector<Change>& changes) {
     Json list = Json::array();
-    for (const Change& change : changes) {
+    for (const Change* entry : inReportOrder(changes)) {
+        const Change& change = *entry;
         list.push_back(Json{
             {"category", categoryName(change.category())},
             {"rule", ruleSpec(change.rule).name},
-            {"keyword", change.keyword},
+            {"keyword", change.keyword.view()},
             {"option", orNull(change.option)},
             {"old", orNull(change.oldValue)},
             {"new", orNull(change.newValue)},

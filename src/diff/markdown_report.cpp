@@ -35,17 +35,17 @@ std::string codeSpan(std::string_view word) {
 void writeMarkdownReport(std::ostream& out, const std::vector<Change>& changes) {
     out << "# Changes to the command language\n";
     if (changes.empty()) out << "\nNo changes.\n";
-    // The changes come in report order: by category, then keyword.
     const Change* previous = nullptr;
-    for (const Change& change : changes) {
+    for (const Change* entry : inReportOrder(changes)) {
+        const Change& change = *entry;
         if (previous == nullptr || previous->category() != change.category()) {
             out << '\n' << heading(change.category());
             previous = nullptr;
         }
         if (previous == nullptr || previous->keyword != change.keyword)
-            out << "\n### " << codeSpan(change.keyword) << "\n\n";
+            out << "\n### " << codeSpan(change.keyword.view()) << "\n\n";
         out << "- " << describe(change, codeSpan) << ".\n";
-        previous = &change;
+        previous = entry;
     }
 }
 

@@ -1,6 +1,8 @@
 // Options of a keyword both definitions have: what a script may give each
 // option, and what an omitted one stands for.
+#include <algorithm>
 #include <cstdint>
+#include <unordered_map>
 
 #include "diff/comparison.h"
 
@@ -8,13 +10,31 @@ namespace quillet::diff {
 
 namespace {
 
-using OptionsByName = std::unordered_map<std::string_view, const OptionDef*>;
+// One option name of a keyword and its record on each side.
+struct OptionPair {
+    Text name;
+    const OptionDef* oldOption;
+    const OptionDef* newOption;
+};
 
-OptionsByName byName(const std::vector<OptionDef*>& options) {
-    OptionsByName names;
-    names.reserve(options.size());
-    for (const OptionDef* option : options) names.emplace(option->name, option);
-    return names;
+// Both sides' options in name order, each name once; names are unique
+// within a keyword.
+std::vector<OptionPair> pairByName(const std::vector<OptionDef*>& oldOptions,
+                                   const std::vector<OptionDef*>& newOptions) {
+    std::vector<OptionPair> records;
+    records.reserve(oldOptions.size() + newOptions.size());
+    for (const OptionDef* option : oldOptions) records.push_back({option->name, option, nullptr});
+    for (const OptionDef* option : newOptions) records.push_back({option->name, nullptr, option});
+    std::sort(records.begin(), records.end(), [](const OptionPair& a, const OptionPair& b) {
+        return a.name < b.name || (a.name == b.name && a.oldOption != nullptr && b.oldOption == nullptr);
+    });
+    std::vector<OptionPair> pairs;
+    pairs.reserve(records.size());
+    for (const OptionPair& record : records) {
+        if (!pairs.empty() && pairs.back().name == record.name) pairs.back().newOption = record.newOption;
+        else pairs.push_back(record);
+    }
+    return pairs;
 }
 
 const LookupTableDef* lookupTableOf(const DefinitionSet& definitions, const OptionDef& option) {
@@ -49,38 +69,33 @@ std::string caseSensitivity(const OptionDef& option) {
 }  // namespace
 
 void Comparison::compareOptions(const KeywordDef& oldKeyword, const KeywordDef& newKeyword) {
-    const OptionsByName oldOptions = byName(oldKeyword.options);
-    const OptionsByName newOptions = byName(newKeyword.options);
-    for (const OptionDef* oldOption : oldKeyword.options) {
-        auto found = newOptions.find(oldOption->name);
-        if (found == newOptions.end()) optionChange(Rule::OPTION_REMOVED, oldKeyword.name, oldOption, nullptr);
-        else compareOption(oldKeyword.name, *oldOption, *found->second);
+    for (const OptionPair& pair : pairByName(oldKeyword.options, newKeyword.options)) {
+        if (pair.newOption == nullptr) optionChange(Rule::OPTION_REMOVED, oldKeyword.name, pair.oldOption, nullptr);
+        else if (pair.oldOption == nullptr) optionChange(Rule::OPTION_ADDED, newKeyword.name, nullptr, pair.newOption);
+        else compareOption(oldKeyword.name, *pair.oldOption, *pair.newOption);
+        closeGroup();
     }
-    for (const OptionDef* newOption : newKeyword.options)
-        if (oldOptions.find(newOption->name) == oldOptions.end())
-            optionChange(Rule::OPTION_ADDED, newKeyword.name, nullptr, newOption);
 }
 
 // Once the type changed, defaults, limits and lookup names are values of
 // different kinds; the type change says it all.
-void Comparison::compareOption(std::string_view keyword, const OptionDef& oldOption, const OptionDef& newOption) {
+void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption) {
     if (oldOption.id != newOption.id)
-        optionChange(Rule::OPTION_ID_CHANGED, keyword, &oldOption, &newOption, std::string(oldOption.id.view()),
-                     std::string(newOption.id.view()));
+        optionChange(Rule::OPTION_ID_CHANGED, keyword, &oldOption, &newOption, oldOption.id, newOption.id);
     if (oldOption.description != newOption.description)
         optionChange(Rule::OPTION_DESCRIPTION_CHANGED, keyword, &oldOption, &newOption,
-                     quotedText(oldOption.description), quotedText(newOption.description));
+                     keep(quotedText(oldOption.description)), keep(quotedText(newOption.description)));
     if (oldOption.readOnly != newOption.readOnly)
         optionChange(newOption.readOnly ? Rule::OPTION_MADE_READ_ONLY : Rule::OPTION_MADE_WRITABLE, keyword,
                      &oldOption, &newOption);
     if (oldOption.type != newOption.type) {
-        optionChange(Rule::OPTION_TYPE_CHANGED, keyword, &oldOption, &newOption, typeWord(oldOption.type),
-                     typeWord(newOption.type));
+        optionChange(Rule::OPTION_TYPE_CHANGED, keyword, &oldOption, &newOption, keep(typeWord(oldOption.type)),
+                     keep(typeWord(newOption.type)));
         return;
     }
     if (!sameDefault(oldOption, newOption))
-        optionChange(Rule::DEFAULT_CHANGED, keyword, &oldOption, &newOption, shownDefault(oldOption),
-                     shownDefault(newOption));
+        optionChange(Rule::DEFAULT_CHANGED, keyword, &oldOption, &newOption, keep(shownDefault(oldOption)),
+                     keep(shownDefault(newOption)));
     if (oldOption.type == OptionType::NQ_INT_TYPE || oldOption.type == OptionType::NQ_DOUBLE_TYPE) {
         compareLimit(keyword, oldOption, newOption, Limit::Minimum);
         compareLimit(keyword, oldOption, newOption, Limit::Maximum);
@@ -89,13 +104,13 @@ void Comparison::compareOption(std::string_view keyword, const OptionDef& oldOpt
         compareLookupNames(keyword, oldOption, newOption);
         if (oldOption.lookupCaseSensitive != newOption.lookupCaseSensitive)
             optionChange(Rule::LOOKUP_CASE_SENSITIVITY_CHANGED, keyword, &oldOption, &newOption,
-                         caseSensitivity(oldOption), caseSensitivity(newOption));
+                         keep(caseSensitivity(oldOption)), keep(caseSensitivity(newOption)));
     }
 }
 
 // A limit added, a minimum raised or a maximum lowered refuses values that
 // were accepted; limits named by lookup entry ID count by their values.
-void Comparison::compareLimit(std::string_view keyword, const OptionDef& oldOption, const OptionDef& newOption,
+void Comparison::compareLimit(Text keyword, const OptionDef& oldOption, const OptionDef& newOption,
                               Limit limit) {
     LimitValue before = limits_.read(old_, oldOption, limit);
     LimitValue after = limits_.read(new_, newOption, limit);
@@ -104,12 +119,12 @@ void Comparison::compareLimit(std::string_view keyword, const OptionDef& oldOpti
     if (before.value && after.value)
         narrowed = limit == Limit::Minimum ? *after.value > *before.value : *after.value < *before.value;
     optionChange(narrowed ? Rule::LIMIT_NARROWED : Rule::LIMIT_WIDENED, keyword, &oldOption, &newOption,
-                 std::move(before.shown), std::move(after.shown));
+                 keep(before.shown), keep(after.shown));
 }
 
 // The names a script may give for the option's value: those of its lookup
 // table, whichever table that is.
-void Comparison::compareLookupNames(std::string_view keyword, const OptionDef& oldOption,
+void Comparison::compareLookupNames(Text keyword, const OptionDef& oldOption,
                                     const OptionDef& newOption) {
     const LookupTableDef* oldTable = lookupTableOf(old_, oldOption);
     const LookupTableDef* newTable = lookupTableOf(new_, newOption);
@@ -119,25 +134,25 @@ void Comparison::compareLookupNames(std::string_view keyword, const OptionDef& o
     for (const auto& [name, value] : oldValues) {
         auto found = newValues.find(name);
         if (found == newValues.end())
-            optionChange(Rule::LOOKUP_NAME_REMOVED, keyword, &oldOption, &newOption, lookupEntry(name, value), {});
+            optionChange(Rule::LOOKUP_NAME_REMOVED, keyword, &oldOption, &newOption, keep(lookupEntry(name, value)),
+                         {});
         else if (found->second != value)
-            optionChange(Rule::LOOKUP_VALUE_CHANGED, keyword, &oldOption, &newOption, lookupEntry(name, value),
-                         lookupEntry(name, found->second));
+            optionChange(Rule::LOOKUP_VALUE_CHANGED, keyword, &oldOption, &newOption, keep(lookupEntry(name, value)),
+                         keep(lookupEntry(name, found->second)));
     }
     for (const auto& [name, value] : newValues)
         if (oldValues.find(name) == oldValues.end())
-            optionChange(Rule::LOOKUP_NAME_ADDED, keyword, &oldOption, &newOption, {}, lookupEntry(name, value));
+            optionChange(Rule::LOOKUP_NAME_ADDED, keyword, &oldOption, &newOption, {}, keep(lookupEntry(name, value)));
 }
 
-void Comparison::optionChange(Rule rule, std::string_view keyword, const OptionDef* oldOption,
+void Comparison::optionChange(Rule rule, Text keyword, const OptionDef* oldOption,
                               const OptionDef* newOption, Value oldValue, Value newValue) {
-    Change change{.rule = rule, .keyword = std::string(keyword)};
-    change.option = std::string((oldOption != nullptr ? oldOption : newOption)->name.view());
-    change.oldValue = std::move(oldValue);
-    change.newValue = std::move(newValue);
+    Change& change = changes_.emplace_back(Change{.rule = rule, .keyword = keyword});
+    change.option = (oldOption != nullptr ? oldOption : newOption)->name;
+    change.oldValue = oldValue;
+    change.newValue = newValue;
     if (oldOption != nullptr) change.oldLine = oldOption->lineNumber;
     if (newOption != nullptr) change.newLine = newOption->lineNumber;
-    changes_.push_back(std::move(change));
 }
 
 }  // namespace quillet::diff

@@ -13,12 +13,15 @@ std::string_view colourOf(Category category) {
     return "";
 }
 
+std::string_view shown(const std::optional<Text>& value) { return value ? value->view() : "(none)"; }
+
 }  // namespace
 
 void writeTextReport(std::ostream& out, const std::vector<Change>& changes, const std::string& oldPath,
                      const std::string& newPath, bool colour) {
     std::string line;
-    for (const Change& change : changes) {
+    for (const Change* entry : inReportOrder(changes)) {
+        const Change& change = *entry;
         line.clear();
         if (colour) line += colourOf(change.category());
         line += categoryName(change.category());
@@ -26,10 +29,10 @@ void writeTextReport(std::ostream& out, const std::vector<Change>& changes, cons
         line += ' ';
         line += ruleSpec(change.rule).name;
         line += ' ';
-        line += change.keyword;
-        if (change.option) line += '.' + *change.option;
+        line += change.keyword.view();
+        if (change.option) line.append(1, '.').append(change.option->view());
         if (change.oldValue || change.newValue)
-            line += ": " + change.oldValue.value_or("(none)") + " -> " + change.newValue.value_or("(none)");
+            line.append(": ").append(shown(change.oldValue)).append(" -> ").append(shown(change.newValue));
         if (change.oldLine || change.newLine) {
             line += " (";
             if (change.oldLine) line += oldPath + ':' + std::to_string(*change.oldLine);
