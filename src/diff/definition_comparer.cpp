@@ -90,9 +90,8 @@ std::vector<Change> Comparison::run() {
 std::vector<Comparison::Name> Comparison::namesOf(const DefinitionSet& oldSet, const DefinitionSet& newSet) {
     std::vector<Name> records;
     records.reserve(oldSet.keywords.size() + newSet.keywords.size());
-    for (const DefinitionSet* side : {&oldSet, &newSet}) {
-        const bool isOld = side == &oldSet;
-        for (const KeywordDef* record : side->keywords) {
+    for (const bool isOld : {true, false}) {
+        for (const KeywordDef* record : (isOld ? oldSet : newSet).keywords) {
             Name& name = records.emplace_back(Name{.name = record->name});
             if (!record->isAlias) (isOld ? name.oldKeyword : name.newKeyword) = record;
             else if (!record->aliases.empty()) (isOld ? name.oldTarget : name.newTarget) = record->aliases.front()->name;

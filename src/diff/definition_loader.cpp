@@ -9,7 +9,6 @@
 
 #include "docgen/alias_reader.h"
 #include "reader/definition_reader.h"
-#include "reader/line_reader.h"
 
 namespace quillet::diff {
 
@@ -71,16 +70,21 @@ std::optional<Diagnostic> loadDefinition(const std::string& path, DefinitionSet&
         if (fd >= 0) ::close(fd);
         return unreadable;
     }
-    Reporter report;
-    FirstError error(path);
-    error.listen(report);
     LineReader input(fd);
+    std::optional<Diagnostic> result = readDefinition(input, path, definitions);
+    ::close(fd);
+    return result;
+}
+
+std::optional<Diagnostic> readDefinition(LineReader& input, const std::string& file, DefinitionSet& definitions) {
+    Reporter report;
+    FirstError error(file);
+    error.listen(report);
     DefinitionReader reader(definitions, report);
     Line line{};
     int lineNumber = 0;
     bool read = true;
     while (read && input.next(line)) read = reader.readLine(line, ++lineNumber);
-    ::close(fd);
     if (read && reader.finish(lineNumber)) return std::nullopt;
     return error.take();
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/definition_set.h"
+#include "reader/line_reader.h"
 
 namespace quillet::diff {
 
@@ -19,6 +20,8 @@ struct Diagnostic {
 // Reads a definition file with quillet's reader and its rules, printing
 // nothing; the first refusal is returned instead.
 std::optional<Diagnostic> loadDefinition(const std::string& path, DefinitionSet& definitions);
+// The same for a definition already open, diagnosed under the name `file`.
+std::optional<Diagnostic> readDefinition(LineReader& input, const std::string& file, DefinitionSet& definitions);
 
 // Reads an aliases file as quillet -html reads one, after its definition.
 std::optional<Diagnostic> loadAliases(const std::string& path, DefinitionSet& definitions);
