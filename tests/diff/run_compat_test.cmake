@@ -34,7 +34,7 @@ if(NOT helper)
 endif()
 run(0 ${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${build}" "-DCMAKE_PREFIX_PATH=${prefix}")
 
-run(0 ${CMAKE_COMMAND} -E chdir "${build}" ${CMAKE_CTEST_COMMAND} -R "^compatible$" --output-on-failure)
+run(0 ${CMAKE_COMMAND} -E chdir "${build}" ${CMAKE_CTEST_COMMAND} -R "^compatible$" -V)
 expect("compatible" "${output}" "compatible OPTION_ADDED paint.color.*compatible ALIAS_ADDED z")
 run(8 ${CMAKE_COMMAND} -E chdir "${build}" ${CMAKE_CTEST_COMMAND} -R "^breaking$" --output-on-failure)
 expect("breaking" "${output}" "breaking OPTION_REMOVED paint.size \\([^)]*released.def:2\\)")
