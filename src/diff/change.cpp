@@ -3,7 +3,7 @@
 
 namespace quillet::diff {
 
-std::vector<const Change*> inReportOrder(const std::vector<Change>& changes) {
+std::vector<const Change*> inReportOrder(const ChangeList& changes) {
     std::vector<const Change*> ordered;
     ordered.reserve(changes.size());
     for (Category category : {Category::Breaking, Category::Behaviour, Category::Compatible})
@@ -12,7 +12,7 @@ std::vector<const Change*> inReportOrder(const std::vector<Change>& changes) {
     return ordered;
 }
 
-CategoryCounts countCategories(const std::vector<Change>& changes) {
+CategoryCounts countCategories(const ChangeList& changes) {
     CategoryCounts counts;
     for (const Change& change : changes) {
         switch (change.category()) {

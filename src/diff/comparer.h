@@ -13,6 +13,6 @@ namespace quillet::diff {
 // aliases are matched by name; alias records (read from aliases files) take
 // part when the sets hold them. The changes refer to the sets' texts and to
 // values kept in `values`.
-std::vector<Change> compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values);
+ChangeList compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values);
 
 }  // namespace quillet::diff

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "diff/change.h"
@@ -20,7 +21,7 @@ class Comparison {
 public:
     Comparison(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values)
         : old_(oldSet), new_(newSet), values_(values) {}
-    std::vector<Change> run();
+    ChangeList run();
 
 private:
     using Value = std::optional<Text>;
@@ -32,7 +33,19 @@ private:
     void compareOptions(const KeywordDef& oldKeyword, const KeywordDef& newKeyword);
     void compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
     void compareLimit(Text keyword, const OptionDef& oldOption, const OptionDef& newOption, Limit limit);
+    bool sameLimitText(const OptionDef& oldOption, const OptionDef& newOption, Limit limit) const;
     void compareLookupNames(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
+
+    // A lookup table's names in name order, each with its first value (a
+    // name given twice stands for that one, as a symbolic default resolves
+    // it). Made once a table: many options share one.
+    struct Entry {
+        Text name;
+        std::int32_t value;
+    };
+    using Entries = std::vector<Entry>;
+    using EntriesByTable = std::unordered_map<const LookupTableDef*, Entries>;
+    static const Entries& entriesOf(const LookupTableDef* table, EntriesByTable& made);
 
     void keywordChange(Rule rule, const KeywordDef* oldKeyword, const KeywordDef* newKeyword, Value oldValue = {},
                        Value newValue = {});
@@ -40,6 +53,7 @@ private:
                       Value oldValue = {}, Value newValue = {});
     void aliasChange(Rule rule, Text alias, Value oldValue, Value newValue);
     Text keep(std::string_view value) { return values_.keep(value); }
+    Text keepQuoted(Text text);
     // Sorts the changes of one keyword or option by rule.
     void closeGroup();
 
@@ -47,7 +61,10 @@ private:
     const DefinitionSet& new_;
     TextArena& values_;
     LimitReader limits_;
-    std::vector<Change> changes_;
+    EntriesByTable oldEntries_;
+    EntriesByTable newEntries_;
+    ChangeList changes_;
+    std::string quoted_;  // reused: descriptions are long, and many may change
     std::size_t groupStart_ = 0;
 };
 

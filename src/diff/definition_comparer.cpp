@@ -59,8 +59,9 @@ constexpr TextRule kKeywordTexts[] = {
 };
 
 bool byRule(const Change& a, const Change& b) {
-    return std::tie(ruleSpec(a.rule).name, a.oldValue, a.newValue) <
-           std::tie(ruleSpec(b.rule).name, b.oldValue, b.newValue);
+    const std::size_t rankA = ruleNameRank(a.rule);
+    const std::size_t rankB = ruleNameRank(b.rule);
+    return std::tie(rankA, a.oldValue, a.newValue) < std::tie(rankB, b.oldValue, b.newValue);
 }
 
 }  // namespace
@@ -75,11 +76,11 @@ struct Comparison::Name {
     std::optional<Text> newTarget{};
 };
 
-std::vector<Change> compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values) {
+ChangeList compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values) {
     return Comparison(oldSet, newSet, values).run();
 }
 
-std::vector<Change> Comparison::run() {
+ChangeList Comparison::run() {
     for (const Name& name : namesOf(old_, new_)) compareName(name);
     return std::move(changes_);
 }
@@ -139,8 +140,8 @@ void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& 
         keywordChange(Rule::KEYWORD_ID_CHANGED, &oldKeyword, &newKeyword, oldKeyword.id, newKeyword.id);
     for (const TextRule& text : kKeywordTexts)
         if (oldKeyword.*text.text != newKeyword.*text.text)
-            keywordChange(text.changed, &oldKeyword, &newKeyword, keep(quotedText(oldKeyword.*text.text)),
-                          keep(quotedText(newKeyword.*text.text)));
+            keywordChange(text.changed, &oldKeyword, &newKeyword, keepQuoted(oldKeyword.*text.text),
+                          keepQuoted(newKeyword.*text.text));
     for (const FlagRules& flag : kKeywordFlags) {
         const DirectiveSpec& spec = directiveSpec(flag.directive);
         const bool before = oldKeyword.*spec.keywordFlag == spec.flagValue;
@@ -168,6 +169,14 @@ void Comparison::aliasChange(Rule rule, Text alias, Value oldValue, Value newVal
     Change& change = changes_.emplace_back(Change{.rule = rule, .keyword = alias});
     change.oldValue = oldValue;
     change.newValue = newValue;
+}
+
+// Shown without the blank the reader appends to every word of a text.
+Text Comparison::keepQuoted(Text text) {
+    std::string_view words = text;
+    if (!words.empty() && words.back() == ' ') words.remove_suffix(1);
+    quoted_.assign(1, '"').append(words).push_back('"');
+    return keep(quoted_);
 }
 
 void Comparison::closeGroup() {

@@ -62,7 +62,7 @@ bool load(const Settings& settings, DefinitionSet& oldSet, DefinitionSet& newSet
     return !oldError && !newError;
 }
 
-int exitStatus(const std::vector<Change>& changes, const std::string& failOn) {
+int exitStatus(const ChangeList& changes, const std::string& failOn) {
     const CategoryCounts counts = countCategories(changes);
     if (failOn == "none") return kNoFinding;
     if (counts.breaking > 0) return kFinding;
@@ -90,7 +90,7 @@ int runQuilletDiff(const std::vector<std::string>& arguments, std::ostream& out,
     DefinitionSet newSet;
     if (!load(settings, oldSet, newSet, err, terminal.colourErr)) return kUnusable;
     TextArena values;
-    const std::vector<Change> changes = compareDefinitions(oldSet, newSet, values);
+    const ChangeList changes = compareDefinitions(oldSet, newSet, values);
     if (settings.format == "json") writeJsonReport(out, changes);
     else if (settings.format == "markdown") writeMarkdownReport(out, changes);
     else writeTextReport(out, changes, settings.oldPath, settings.newPath, terminal.colourOut);

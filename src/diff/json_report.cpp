@@ -15,7 +15,7 @@ std::string singleQuoted(std::string_view word) { return '\'' + std::string(word
 
 }  // namespace
 
-void writeJsonReport(std::ostream& out, const std::vector<Change>& changes) {
+void writeJsonReport(std::ostream& out, const ChangeList& changes) {
     Json list = Json::array();
     for (const Change* entry : inReportOrder(changes)) {
         const Change& change = *entry;

@@ -32,7 +32,7 @@ std::string codeSpan(std::string_view word) {
 
 }  // namespace
 
-void writeMarkdownReport(std::ostream& out, const std::vector<Change>& changes) {
+void writeMarkdownReport(std::ostream& out, const ChangeList& changes) {
     out << "# Changes to the command language\n";
     if (changes.empty()) out << "\nNo changes.\n";
     const Change* previous = nullptr;

@@ -48,16 +48,6 @@ bool sameEntries(const LookupTableDef* a, const LookupTableDef* b) {
     return a->names == b->names && a->values == b->values;
 }
 
-// A name given twice in a table stands for its first value, as a symbolic
-// default resolves it.
-std::unordered_map<std::string_view, std::int32_t> valuesByName(const LookupTableDef* table) {
-    std::unordered_map<std::string_view, std::int32_t> values;
-    if (table == nullptr) return values;
-    values.reserve(table->size());
-    for (std::size_t i = 0; i < table->size(); ++i) values.emplace(table->names[i], table->values[i]);
-    return values;
-}
-
 std::string lookupEntry(std::string_view name, std::int32_t value) {
     return std::string(name) + " (" + std::to_string(value) + ")";
 }
@@ -84,7 +74,7 @@ void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const O
         optionChange(Rule::OPTION_ID_CHANGED, keyword, &oldOption, &newOption, oldOption.id, newOption.id);
     if (oldOption.description != newOption.description)
         optionChange(Rule::OPTION_DESCRIPTION_CHANGED, keyword, &oldOption, &newOption,
-                     keep(quotedText(oldOption.description)), keep(quotedText(newOption.description)));
+                     keepQuoted(oldOption.description), keepQuoted(newOption.description));
     if (oldOption.readOnly != newOption.readOnly)
         optionChange(newOption.readOnly ? Rule::OPTION_MADE_READ_ONLY : Rule::OPTION_MADE_WRITABLE, keyword,
                      &oldOption, &newOption);
@@ -112,14 +102,31 @@ void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const O
 // were accepted; limits named by lookup entry ID count by their values.
 void Comparison::compareLimit(Text keyword, const OptionDef& oldOption, const OptionDef& newOption,
                               Limit limit) {
-    LimitValue before = limits_.read(old_, oldOption, limit);
-    LimitValue after = limits_.read(new_, newOption, limit);
+    if (sameLimitText(oldOption, newOption, limit)) return;
+    const LimitValue before = limits_.read(old_, oldOption, limit);
+    const LimitValue after = limits_.read(new_, newOption, limit);
     if (before.value == after.value) return;
     bool narrowed = !before.value;
     if (before.value && after.value)
         narrowed = limit == Limit::Minimum ? *after.value > *before.value : *after.value < *before.value;
     optionChange(narrowed ? Rule::LIMIT_NARROWED : Rule::LIMIT_WIDENED, keyword, &oldOption, &newOption,
-                 keep(before.shown), keep(after.shown));
+                 keep(shownLimit(oldOption, limit, before)), keep(shownLimit(newOption, limit, after)));
+}
+
+// Most limits stand unchanged; the same text reads as the same value unless
+// it names a lookup entry whose value changed.
+bool Comparison::sameLimitText(const OptionDef& oldOption, const OptionDef& newOption, Limit limit) const {
+    const bool minimum = limit == Limit::Minimum;
+    if ((minimum ? oldOption.hasMinimum : oldOption.hasMaximum) !=
+        (minimum ? newOption.hasMinimum : newOption.hasMaximum))
+        return false;
+    const Text text = minimum ? oldOption.minimumText : oldOption.maximumText;
+    if (text != (minimum ? newOption.minimumText : newOption.maximumText)) return false;
+    std::int32_t before = 0;
+    std::int32_t after = 0;
+    const bool oldEntry = old_.findEntryValueById(text, before);
+    const bool newEntry = new_.findEntryValueById(text, after);
+    return oldEntry == newEntry && before == after;
 }
 
 // The names a script may give for the option's value: those of its lookup
@@ -129,20 +136,39 @@ void Comparison::compareLookupNames(Text keyword, const OptionDef& oldOption,
     const LookupTableDef* oldTable = lookupTableOf(old_, oldOption);
     const LookupTableDef* newTable = lookupTableOf(new_, newOption);
     if (sameEntries(oldTable, newTable)) return;
-    const auto oldValues = valuesByName(oldTable);
-    const auto newValues = valuesByName(newTable);
-    for (const auto& [name, value] : oldValues) {
-        auto found = newValues.find(name);
-        if (found == newValues.end())
-            optionChange(Rule::LOOKUP_NAME_REMOVED, keyword, &oldOption, &newOption, keep(lookupEntry(name, value)),
-                         {});
-        else if (found->second != value)
-            optionChange(Rule::LOOKUP_VALUE_CHANGED, keyword, &oldOption, &newOption, keep(lookupEntry(name, value)),
-                         keep(lookupEntry(name, found->second)));
+    const Entries& before = entriesOf(oldTable, oldEntries_);
+    const Entries& after = entriesOf(newTable, newEntries_);
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < before.size() || j < after.size()) {
+        if (j == after.size() || (i < before.size() && before[i].name < after[j].name)) {
+            optionChange(Rule::LOOKUP_NAME_REMOVED, keyword, &oldOption, &newOption,
+                         keep(lookupEntry(before[i].name, before[i].value)), {});
+            ++i;
+        } else if (i == before.size() || after[j].name < before[i].name) {
+            optionChange(Rule::LOOKUP_NAME_ADDED, keyword, &oldOption, &newOption, {},
+                         keep(lookupEntry(after[j].name, after[j].value)));
+            ++j;
+        } else {
+            if (before[i].value != after[j].value)
+                optionChange(Rule::LOOKUP_VALUE_CHANGED, keyword, &oldOption, &newOption,
+                             keep(lookupEntry(before[i].name, before[i].value)),
+                             keep(lookupEntry(after[j].name, after[j].value)));
+            ++i;
+            ++j;
+        }
     }
-    for (const auto& [name, value] : newValues)
-        if (oldValues.find(name) == oldValues.end())
-            optionChange(Rule::LOOKUP_NAME_ADDED, keyword, &oldOption, &newOption, {}, keep(lookupEntry(name, value)));
+}
+
+const Comparison::Entries& Comparison::entriesOf(const LookupTableDef* table, EntriesByTable& made) {
+    auto [entries, isNew] = made.try_emplace(table);
+    if (!isNew || table == nullptr) return entries->second;
+    Entries& sorted = entries->second;
+    for (std::size_t i = 0; i < table->size(); ++i) sorted.push_back({table->names[i], table->values[i]});
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    sorted.erase(std::unique(sorted.begin(), sorted.end(), [](const Entry& a, const Entry& b) { return a.name == b.name; }),
+                 sorted.end());
+    return sorted;
 }
 
 void Comparison::optionChange(Rule rule, Text keyword, const OptionDef* oldOption,

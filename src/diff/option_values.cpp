@@ -16,11 +16,6 @@ std::string shownDouble(double value) {
 
 }  // namespace
 
-std::string quotedText(std::string_view text) {
-    if (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return '"' + std::string(text) + '"';
-}
-
 std::string typeWord(std::optional<OptionType> type) {
     for (const TypeName& name : kTypeNames)
         if (type == name.type) return std::string(name.word);
@@ -62,12 +57,10 @@ LimitReader::~LimitReader() { nqtoken_delete(words_); }
 
 LimitValue LimitReader::read(const DefinitionSet& definitions, const OptionDef& option, Limit limit) {
     const bool minimum = limit == Limit::Minimum;
-    const bool given = minimum ? option.hasMinimum : option.hasMaximum;
     const Text text = minimum ? option.minimumText : option.maximumText;
     LimitValue result;
-    result.shown = given ? (minimum ? "minimum " : "maximum ") + std::string(text.view())
-                         : (minimum ? "no minimum" : "no maximum");
-    if (!given || words_ == nullptr || nqtoken_refill(words_, text.data(), " \t\n", nullptr, nullptr) != 0)
+    if (!(minimum ? option.hasMinimum : option.hasMaximum) || words_ == nullptr ||
+        nqtoken_refill(words_, text.data(), " \t\n", nullptr, nullptr) != 0)
         return result;
     if (option.type == OptionType::NQ_INT_TYPE) {
         int parsed = 0;
@@ -76,13 +69,21 @@ LimitValue LimitReader::read(const DefinitionSet& definitions, const OptionDef& 
             result.value = parsed;
         } else if (definitions.findEntryValueById(text, byId)) {
             result.value = byId;
-            result.shown += " (" + std::to_string(byId) + ")";
+            result.byEntryId = true;
         }
     } else if (option.type == OptionType::NQ_DOUBLE_TYPE) {
         double parsed = 0;
         if (nqtoken_get_double(words_, 0, &parsed) == 0 && !std::isnan(parsed)) result.value = parsed;
     }
     return result;
+}
+
+std::string shownLimit(const OptionDef& option, Limit limit, const LimitValue& read) {
+    const bool minimum = limit == Limit::Minimum;
+    if (!(minimum ? option.hasMinimum : option.hasMaximum)) return minimum ? "no minimum" : "no maximum";
+    std::string shown = (minimum ? "minimum " : "maximum ") + std::string(minimum ? option.minimumText : option.maximumText);
+    if (read.byEntryId) shown += " (" + std::to_string(static_cast<std::int32_t>(*read.value)) + ")";
+    return shown;
 }
 
 }  // namespace quillet::diff

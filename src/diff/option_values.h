@@ -10,9 +10,7 @@
 namespace quillet::diff {
 
 // How reports show values: free texts (string defaults, summaries,
-// descriptions) in double quotes, without the blank the reader appends to
-// accumulated texts; everything else as written.
-std::string quotedText(std::string_view text);
+// descriptions) in double quotes, everything else as written.
 std::string typeWord(std::optional<OptionType> type);
 
 // The default a script gets when it omits the option. Both options must be
@@ -22,7 +20,7 @@ std::string shownDefault(const OptionDef& option);
 
 struct LimitValue {
     std::optional<double> value;  // none: nothing is refused on this side
-    std::string shown;            // "minimum 5", "maximum SIZE_MAX (100)", "no minimum"
+    bool byEntryId = false;       // the text named a lookup entry
 };
 
 // Reads accepted limit texts the way the reader checked them: an integer
@@ -41,5 +39,8 @@ public:
 private:
     nqtoken_list* words_ = nullptr;
 };
+
+// "minimum 5", "maximum SIZE_MAX (100)" for an entry ID, "no minimum".
+std::string shownLimit(const OptionDef& option, Limit limit, const LimitValue& read);
 
 }  // namespace quillet::diff

@@ -200,4 +200,8 @@ static_assert([] {
 
 inline const RuleSpec& ruleSpec(Rule rule) { return kRules[static_cast<std::size_t>(rule)]; }
 
+// The rule's place in the byte-wise order of the rule names, as reports
+// sort the changes of one keyword or option.
+std::size_t ruleNameRank(Rule rule);
+
 }  // namespace quillet::diff

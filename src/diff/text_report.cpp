@@ -17,7 +17,7 @@ std::string_view shown(const std::optional<Text>& value) { return value ? value-
 
 }  // namespace
 
-void writeTextReport(std::ostream& out, const std::vector<Change>& changes, const std::string& oldPath,
+void writeTextReport(std::ostream& out, const ChangeList& changes, const std::string& oldPath,
                      const std::string& newPath, bool colour) {
     std::string line;
     for (const Change* entry : inReportOrder(changes)) {

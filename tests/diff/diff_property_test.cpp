@@ -142,7 +142,7 @@ Key keyOf(const Change& change, bool inverted) {
             text(change.oldValue), change.newLine.value_or(0), change.oldLine.value_or(0)};
 }
 
-std::multiset<Key> keysOf(const std::vector<Change>& changes, bool inverted) {
+std::multiset<Key> keysOf(const ChangeList& changes, bool inverted) {
     std::multiset<Key> keys;
     for (const Change& change : changes) keys.insert(keyOf(change, inverted));
     return keys;
@@ -161,7 +161,7 @@ TEST(DiffProperty, SelfComparisonIsEmptyAndSwappingInvertsEveryChange) {
         TextArena values;
         EXPECT_TRUE(compareDefinitions(a, a, values).empty()) << "seed " << seed;
         EXPECT_TRUE(compareDefinitions(b, b, values).empty()) << "seed " << seed;
-        const std::vector<Change> forward = compareDefinitions(a, b, values);
+        const ChangeList forward = compareDefinitions(a, b, values);
         EXPECT_EQ(keysOf(forward, false), keysOf(compareDefinitions(b, a, values), true)) << "seed " << seed;
         for (const Change& change : forward) rulesSeen.insert(std::string(ruleSpec(change.rule).name));
     }

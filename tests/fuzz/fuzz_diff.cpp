@@ -40,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!load(oldText, oldSet) || !load(newText, newSet)) return 0;
     TextArena values;
     if (!compareDefinitions(newSet, newSet, values).empty()) std::abort();
-    const std::vector<Change> forward = compareDefinitions(oldSet, newSet, values);
+    const ChangeList forward = compareDefinitions(oldSet, newSet, values);
     if (compareDefinitions(newSet, oldSet, values).size() != forward.size()) std::abort();
 
     std::ostringstream sink;
