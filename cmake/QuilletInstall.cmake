@@ -1,8 +1,9 @@
 # Installs the package files that let other builds use quillet through
 # find_package(quillet): the exported targets, the configuration and version
-# files, quillet_generate() with its build step, the man page, the guide for
-# definition authors and the description of the classes the application
-# provides. The targets and headers are installed where they are defined.
+# files, quillet_generate() with its build step, quillet_add_compat_test(),
+# the man pages, the guide for definition authors and the description of the
+# classes the application provides. The targets and headers are installed
+# where they are defined.
 include(CMakePackageConfigHelpers)
 
 set(QUILLET_CMAKE_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)
@@ -20,8 +21,10 @@ install(FILES
   ${PROJECT_BINARY_DIR}/quilletConfigVersion.cmake
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerate.cmake
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerateStep.cmake
+  ${CMAKE_CURRENT_LIST_DIR}/QuilletCompatTest.cmake
   DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
 install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 ${PROJECT_SOURCE_DIR}/docs/quillet-preview.1
+              ${PROJECT_SOURCE_DIR}/docs/quillet-diff.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/docs/definition-language.md ${PROJECT_SOURCE_DIR}/docs/application-interface.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -70,10 +70,13 @@ private:
 }  // namespace
 
 bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
-    const PathBuffer path = composeAliasFilePath(context);
-    std::ifstream file(path.data());
+    return readAliasFileAt(definitions, context.report, composeAliasFilePath(context).data());
+}
+
+bool readAliasFileAt(DefinitionSet& definitions, const Reporter& report, const char* path) {
+    std::ifstream file(path);
     if (!file) {
-        context.report.error("Error opening command aliases file: %s\n", path.data());
+        report.error("Error opening command aliases file: %s\n", path);
         return false;
     }
     file.imbue(std::locale::classic());
@@ -105,8 +108,8 @@ bool readAliasFile(DefinitionSet& definitions, const RunContext& context) {
 
         KeywordDef* target = records.find(word);
         if (target == nullptr) {
-            context.report.error("The aliases file contains an unknown command keyword - \n");
-            context.report.standardOutput(" ??? " + word + "\n");
+            report.error("The aliases file contains an unknown command keyword - \n");
+            report.standardOutput(" ??? " + word + "\n");
             return false;
         }
         target->aliases.push_back(alias);

@@ -10,4 +10,7 @@ namespace quillet {
 // linked alias record per alias to the keyword list.
 bool readAliasFile(DefinitionSet& definitions, const RunContext& context);
 
+// The same for an aliases file at `path`, as the comparer reads one.
+bool readAliasFileAt(DefinitionSet& definitions, const Reporter& report, const char* path);
+
 }  // namespace quillet

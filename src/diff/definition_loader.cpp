@@ -1,0 +1,105 @@
+#include "diff/definition_loader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "docgen/alias_reader.h"
+#include "reader/definition_reader.h"
+
+namespace quillet::diff {
+
+namespace {
+
+// One line for the diagnostic: without the line ends and trailing blanks of
+// quillet's texts, and with a message of two lines joined.
+std::string oneLine(std::string_view text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.remove_suffix(1);
+    std::string line(text);
+    for (char& c : line)
+        if (c == '\n') c = ' ';
+    return line;
+}
+
+// Keeps the first error a read reports, and what the aliases reader shows
+// of the word it could not find.
+class FirstError {
+public:
+    explicit FirstError(std::string file) { diagnostic_.file = std::move(file); }
+
+    void listen(Reporter& report) {
+        report.listen([this](const Reporter::Message& message) {
+            if (message.channel == Channel::Error && !seen_) {
+                seen_ = true;
+                diagnostic_.line = message.position.line;
+                diagnostic_.column = message.position.column;
+                diagnostic_.message = oneLine(message.text);
+            } else if (message.channel == Channel::StandardOutput && seen_) {
+                diagnostic_.message += oneLine(message.text);
+            }
+        });
+    }
+    Diagnostic take() { return std::move(diagnostic_); }
+
+private:
+    Diagnostic diagnostic_;
+    bool seen_ = false;
+};
+
+Diagnostic cannotRead(const std::string& path, int error) {
+    return Diagnostic{.file = path, .message = std::string("cannot read the file: ") + std::strerror(error)};
+}
+
+// A directory opens like a file but reads as nothing, which would pass for
+// an empty definition.
+std::optional<Diagnostic> checkReadable(const std::string& path, int fd) {
+    struct stat status {};
+    if (fd < 0 || ::fstat(fd, &status) != 0) return cannotRead(path, errno);
+    if (S_ISDIR(status.st_mode)) return cannotRead(path, EISDIR);
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Diagnostic> loadDefinition(const std::string& path, DefinitionSet& definitions) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (auto unreadable = checkReadable(path, fd)) {
+        if (fd >= 0) ::close(fd);
+        return unreadable;
+    }
+    LineReader input(fd);
+    std::optional<Diagnostic> result = readDefinition(input, path, definitions);
+    ::close(fd);
+    return result;
+}
+
+std::optional<Diagnostic> readDefinition(LineReader& input, const std::string& file, DefinitionSet& definitions) {
+    Reporter report;
+    FirstError error(file);
+    error.listen(report);
+    DefinitionReader reader(definitions, report);
+    Line line{};
+    int lineNumber = 0;
+    bool read = true;
+    while (read && input.next(line)) read = reader.readLine(line, ++lineNumber);
+    if (read && reader.finish(lineNumber)) return std::nullopt;
+    return error.take();
+}
+
+std::optional<Diagnostic> loadAliases(const std::string& path, DefinitionSet& definitions) {
+    // Checked here so that the message says why; the reader opens it again.
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    auto unreadable = checkReadable(path, fd);
+    if (fd >= 0) ::close(fd);
+    if (unreadable) return unreadable;
+    Reporter report;
+    FirstError error(path);
+    error.listen(report);
+    if (readAliasFileAt(definitions, report, path.c_str())) return std::nullopt;
+    return error.take();
+}
+
+}  // namespace quillet::diff

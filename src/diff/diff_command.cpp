@@ -1,0 +1,101 @@
+#include "diff/diff_command.h"
+
+#include <CLI/CLI.hpp>
+#include <thread>
+
+#include "diff/comparer.h"
+#include "diff/definition_loader.h"
+#include "diff/report.h"
+
+namespace quillet::diff {
+
+namespace {
+
+struct Settings {
+    std::string format = "text";
+    std::string failOn = "breaking";
+    std::string aliasesOld;
+    std::string aliasesNew;
+    std::string oldPath;
+    std::string newPath;
+};
+
+void describeCommandLine(CLI::App& app, Settings& settings) {
+    app.add_option("--format", settings.format, "Report as text (the default), json or markdown")
+        ->check(CLI::IsMember({"text", "json", "markdown"}));
+    CLI::Option* aliasesOld =
+        app.add_option("--aliases-old", settings.aliasesOld, "Aliases file that goes with OLD");
+    CLI::Option* aliasesNew =
+        app.add_option("--aliases-new", settings.aliasesNew, "Aliases file that goes with NEW");
+    aliasesOld->needs(aliasesNew);
+    aliasesNew->needs(aliasesOld);
+    app.add_option("--fail-on", settings.failOn,
+                   "Exit with status 1 on breaking changes (the default), on breaking or behaviour changes, or none")
+        ->check(CLI::IsMember({"breaking", "behaviour", "none"}));
+    app.add_option("OLD", settings.oldPath, "The definition scripts were written for")->required();
+    app.add_option("NEW", settings.newPath, "The definition to check against it")->required();
+    app.set_version_flag("--version", "quillet-diff " QUILLET_VERSION);
+    app.footer("Exit status: 0 no change that --fail-on names, 1 such a change, 2 usage or read error.");
+}
+
+void printDiagnostic(std::ostream& err, const Diagnostic& diagnostic, bool colour) {
+    std::string location = diagnostic.file;
+    if (diagnostic.line > 0) location += ':' + std::to_string(diagnostic.line);
+    if (diagnostic.column > 0) location += ':' + std::to_string(diagnostic.column);
+    if (colour) err << "\033[1m" << location << ": \033[1;31merror:\033[0m " << diagnostic.message << '\n';
+    else err << location << ": error: " << diagnostic.message << '\n';
+}
+
+// Reads OLD on a second thread while NEW is read on this one, then each
+// aliases file after its definition.
+bool load(const Settings& settings, DefinitionSet& oldSet, DefinitionSet& newSet, std::ostream& err, bool colour) {
+    std::optional<Diagnostic> oldError;
+    std::thread oldReader([&] { oldError = loadDefinition(settings.oldPath, oldSet); });
+    std::optional<Diagnostic> newError = loadDefinition(settings.newPath, newSet);
+    oldReader.join();
+    if (!settings.aliasesOld.empty()) {
+        if (!oldError) oldError = loadAliases(settings.aliasesOld, oldSet);
+        if (!newError) newError = loadAliases(settings.aliasesNew, newSet);
+    }
+    if (oldError) printDiagnostic(err, *oldError, colour);
+    if (newError) printDiagnostic(err, *newError, colour);
+    return !oldError && !newError;
+}
+
+int exitStatus(const ChangeList& changes, const std::string& failOn) {
+    const CategoryCounts counts = countCategories(changes);
+    if (failOn == "none") return kNoFinding;
+    if (counts.breaking > 0) return kFinding;
+    return failOn == "behaviour" && counts.behaviour > 0 ? kFinding : kNoFinding;
+}
+
+}  // namespace
+
+int runQuilletDiff(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+                   Terminal terminal) {
+    CLI::App app("Compares two quillet definition files and reports what changed for scripts written for OLD.",
+                 "quillet-diff");
+    Settings settings;
+    describeCommandLine(app, settings);
+    try {
+        // CLI11 takes the arguments last first.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return app.exit(error, out, err);
+        err << "quillet-diff: error: " << error.what() << "\nRun with --help for more information.\n";
+        return kUnusable;
+    }
+
+    DefinitionSet oldSet;
+    DefinitionSet newSet;
+    if (!load(settings, oldSet, newSet, err, terminal.colourErr)) return kUnusable;
+    TextArena values;
+    const ChangeList changes = compareDefinitions(oldSet, newSet, values);
+    if (settings.format == "json") writeJsonReport(out, changes);
+    else if (settings.format == "markdown") writeMarkdownReport(out, changes);
+    else writeTextReport(out, changes, settings.oldPath, settings.newPath, terminal.colourOut);
+    out.flush();
+    return exitStatus(changes, settings.failOn);
+}
+
+}  // namespace quillet::diff

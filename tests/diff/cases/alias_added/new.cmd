@@ -1,0 +1,2 @@
+alias p paint
+alias q quit

@@ -1,0 +1,3 @@
+# Standard aliases
+alias p paint
+alias q quit

@@ -1,0 +1,2 @@
+alias x paint
+alias x quit

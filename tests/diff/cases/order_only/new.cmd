@@ -1,0 +1,2 @@
+alias q quit
+alias p paint

@@ -1,0 +1,2 @@
+alias del delete
+alias z zoom

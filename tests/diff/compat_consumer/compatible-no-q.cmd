@@ -1,0 +1,1 @@
+# q is gone

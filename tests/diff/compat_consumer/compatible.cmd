@@ -1,0 +1,2 @@
+alias q quit
+alias z zoom
