@@ -27,6 +27,8 @@ public:
     explicit LineReader(std::string_view text);
 
     bool next(Line& line);
+    // After next() returned false: whether a line too long ended the input.
+    bool stoppedAtLongLine() const { return longLine_; }
 
 private:
     void refill();
@@ -37,6 +39,7 @@ private:
     std::size_t start_ = 0;
     std::size_t end_ = 0;
     bool atEnd_ = false;
+    bool longLine_ = false;
 };
 
 }  // namespace quillet
