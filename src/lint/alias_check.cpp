@@ -79,6 +79,18 @@ private:
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
+// Why a whole group is not read as its line suggests, or empty.
+std::string misreadGroup(const Word& first, const Word& second, const Word& third, WordScanner& scanner) {
+    if (!first.startsLine) return "this alias group begins in the middle of a line";
+    if (third.position.line != first.position.line)
+        return "this line holds only part of an alias group, so " + quoted(third.text) + " on line " +
+               std::to_string(third.position.line) + " is taken as the keyword of alias " + quoted(second.text);
+    if (scanner.moreOnLine())
+        return "this line holds more than an alias group of three words, so the words after " + quoted(third.text) +
+               " begin the next group";
+    return {};
+}
+
 Diagnostic layout(Position position, std::string message) {
     return {Severity::Warning, findRule("alias-layout"), position, std::move(message), {}};
 }
@@ -119,13 +131,10 @@ std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_se
             found.push_back(layout(hash.position, quoted(hash.text) + " is read as an alias or keyword, not as a "
                                                   "comment: only the first word of a group starts a comment"));
             groupMisread = true;
-        } else if (!first->startsLine || second->position.line != first->position.line ||
-                   third->position.line != first->position.line || scanner.moreOnLine()) {
+        } else if (std::string why = misreadGroup(*first, *second, *third, scanner); !why.empty()) {
             if (!misread)
-                found.push_back(layout(first->position,
-                                       "this line is not one alias group of three words: quillet reads the file "
-                                       "in groups of three words whatever the line ends, so it takes " +
-                                           quoted(second->text) + " as an alias of " + quoted(third->text)));
+                found.push_back(layout(first->position, why + ": quillet reads the file in groups of three words "
+                                                              "whatever the line ends"));
             groupMisread = true;
         }
 

@@ -149,7 +149,7 @@ void DefinitionLinter::settle() {
     for (PendingMessage& message : messages_) {
         if (message.channel != Channel::StandardError || !isRangeLine(message.text)) continue;
         warn("default-outside-lookup-range", message.position,
-             tidy(message.text) + "; quillet sets no such limit on the option",
+             tidy(message.text) + "; quillet prints this and goes on, leaving the option without that limit",
              {{open_.defaultAt, "the default is given here"}});
     }
     messages_.clear();
@@ -245,8 +245,11 @@ void DefinitionLinter::refused(Refusal refusal, const Line* line, int number) {
     }
     messages_.clear();
     notesForRefusedWord(error, refusal);
-    if (error.rule == findRule("unknown-lookup-table") && errors_ < maxErrors_)
-        unknownTables_.emplace_back(diagnostics_.size(), std::string(pending_.text));
+    if (error.rule == findRule("unknown-lookup-table")) {
+        // A table defined too late counts as used: the error says enough.
+        usedTables_.insert(definitions_.keep(pending_.text));
+        if (errors_ < maxErrors_) unknownTables_.emplace_back(diagnostics_.size(), std::string(pending_.text));
+    }
     add(std::move(error));
     hasPending_ = false;
 }

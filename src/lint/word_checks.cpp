@@ -98,6 +98,8 @@ std::optional<Finding> checkShift(std::string_view word, const std::string& text
 }  // namespace
 
 std::optional<std::string_view> misspeltDirective(std::string_view word) {
+    // A carriage return of a Windows line end hides a directive too.
+    if (word.ends_with('\r')) word.remove_suffix(1);
     if (word.size() < 2 || word.back() != ':') return std::nullopt;
     for (const DirectiveSpec& spec : kDirectives) {
         const std::size_t allowed = spec.word.size() <= 8 ? 1 : 2;

@@ -9,8 +9,8 @@
 namespace quillet::lint {
 
 // The directive word that `word`, an argument, looks like a misspelling of:
-// a word ending in a colon within a small edit distance of a directive word,
-// letter case aside.
+// a word ending in a colon (or a colon and a carriage return) within a small
+// edit distance of a directive word, letter case aside.
 std::optional<std::string_view> misspeltDirective(std::string_view word);
 
 struct Finding {

@@ -63,7 +63,7 @@ ProcessResult runQuilletProcess(const ProcessRequest& request) {
             chdir(request.workDir.c_str()) != 0)
             _exit(127);
         std::vector<char*> argv;
-        std::string program = QUILLET_BINARY;
+        std::string program = request.program.empty() ? QUILLET_BINARY : request.program;
         argv.push_back(program.data());
         std::vector<std::string> arguments = request.arguments;
         for (auto& argument : arguments) argv.push_back(argument.data());

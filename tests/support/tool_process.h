@@ -15,13 +15,15 @@ struct ProcessResult {
 };
 
 struct ProcessRequest {
+    std::string program;                       // empty: the quillet executable
     std::vector<std::string> arguments;        // after the program name
     std::string input;                         // written to standard input
     std::filesystem::path workDir;             // must exist
     std::map<std::string, std::optional<std::string>> environment;  // nullopt unsets
 };
 
-// Runs the quillet executable built with the tests as a real process.
+// Runs the quillet executable built with the tests (or another program) as a
+// real process.
 ProcessResult runQuilletProcess(const ProcessRequest& request);
 
 std::string readFile(const std::filesystem::path& path);
