@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "lint/quoting.h"
+
 namespace quillet::lint {
 
 namespace {
@@ -76,8 +78,6 @@ private:
     std::size_t lineStart_ = 0;
     int lastWordLine_ = 0;
 };
-
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 // Why a whole group is not read as its line suggests, or empty.
 std::string misreadGroup(const Word& first, const Word& second, const Word& third, WordScanner& scanner) {

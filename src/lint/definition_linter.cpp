@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "lint/quoting.h"
 #include "lint/word_checks.h"
 #include "nqtoken.h"
 #include "reader/value_parser.h"
@@ -46,9 +47,6 @@ int openQuoteColumn(const char* text) {
     }
     return open + 1;
 }
-
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
-std::string code(std::string_view text) { return "`" + std::string(text) + "`"; }
 
 struct TokenListDeleter {
     void operator()(nqtoken_list* list) const { nqtoken_delete(list); }
@@ -162,16 +160,15 @@ void DefinitionLinter::accepted(const WordEvent& event) {
         return;
     }
     checkWord(event);
-    auto remember = [&](std::unordered_map<std::string_view, Position>& names) {
-        names.try_emplace(definitions_.keep(event.text), event.position);
-    };
+    // Names are remembered by the model's copies, which live as long.
     switch (event.role) {
-    case WordRole::KeywordName: remember(keywordNames_); break;
-    case WordRole::OptionName: remember(optionNames_); break;
-    case WordRole::KeywordId:
-    case WordRole::OptionId:
-    case WordRole::TableName:
-    case WordRole::EntryId: remember(ids_); break;
+    case WordRole::KeywordName: keywordNames_.add(reader_->keyword()->name, event.position); break;
+    case WordRole::KeywordId: ids_.add(reader_->keyword()->id, event.position); break;
+    case WordRole::OptionName: optionNames_.add(reader_->option()->name, event.position); break;
+    case WordRole::OptionId: ids_.add(reader_->option()->id, event.position); break;
+    case WordRole::TableName: ids_.add(reader_->lookupTable()->name, event.position); break;
+    case WordRole::EntryId: entryIdAt_ = event.position; break;
+    case WordRole::EntryValue: ids_.add(reader_->lookupTable()->ids.back(), entryIdAt_); break;
     case WordRole::OptionDefault: open_.defaultAt = event.position; break;
     case WordRole::Limit:
         (event.inForce->directive == Directive::OPT_MINIMUM ? open_.minimumAt : open_.maximumAt) = event.position;
@@ -261,11 +258,11 @@ void DefinitionLinter::notesForRefusedWord(Diagnostic& error, Refusal refusal) {
     if (isRangeLine(error.message)) error.notes.push_back({open_.defaultAt, "the default is given here"});
     if (!midFile || pending_.directive != nullptr) return;
     if (error.rule == findRule("duplicate-name")) {
-        const auto* names = pending_.role == WordRole::KeywordName  ? &keywordNames_
-                            : pending_.role == WordRole::OptionName ? &optionNames_
-                                                                    : &ids_;
-        if (auto first = names->find(pending_.text); first != names->end())
-            error.notes.push_back({first->second, "first defined here"});
+        const NamePositions& names = pending_.role == WordRole::KeywordName  ? keywordNames_
+                                     : pending_.role == WordRole::OptionName ? optionNames_
+                                                                             : ids_;
+        if (std::optional<Position> first = names.find(pending_.text))
+            error.notes.push_back({*first, "first defined here"});
     }
     if (auto directive = misspeltDirective(pending_.text))
         error.notes.push_back({pending_.position, "did you mean " + code(*directive) + "?"});
@@ -326,10 +323,7 @@ void DefinitionLinter::checkLookupTables() {
     }
 }
 
-Position DefinitionLinter::definedAt(std::string_view id) const {
-    auto found = ids_.find(id);
-    return found == ids_.end() ? Position{} : found->second;
-}
+Position DefinitionLinter::definedAt(std::string_view id) const { return ids_.find(id).value_or(Position{}); }
 
 void DefinitionLinter::add(Diagnostic diagnostic) {
     if (diagnostic.severity == Severity::Error && errors_++ >= maxErrors_) {

@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "lint/diagnostic.h"
+#include "lint/name_positions.h"
 #include "model/definition_set.h"
 #include "reader/definition_reader.h"
 #include "reader/line_reader.h"
@@ -76,9 +76,10 @@ private:
     Position inForceAt_;  // where the directive in force was given
 
     // Where each name was first given, for the note at a duplicate.
-    std::unordered_map<std::string_view, Position> keywordNames_;
-    std::unordered_map<std::string_view, Position> optionNames_;  // of the keyword in force
-    std::unordered_map<std::string_view, Position> ids_;          // IDs and table names alike
+    NamePositions keywordNames_;
+    NamePositions optionNames_;  // of the keyword in force
+    NamePositions ids_;          // IDs and table names alike
+    Position entryIdAt_;         // of the lookup entry being read
 
     OpenOption open_;
     std::unordered_set<std::string_view> usedTables_;

@@ -7,6 +7,7 @@
 #include <limits>
 #include <vector>
 
+#include "lint/quoting.h"
 #include "reader/directive.h"
 
 namespace quillet::lint {
@@ -36,8 +37,6 @@ bool fitsInt32(long long value) {
 }
 
 std::int32_t low32(unsigned long long value) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(value)); }
-
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 Finding ignored(std::string_view word, const std::string& readAs, std::string_view rest) {
     return {findRule("trailing-characters"),

@@ -60,6 +60,7 @@ public:
     const DirectiveSpec* directiveInForce() const { return mode_; }
     const KeywordDef* keyword() const { return keyword_; }
     const OptionDef* option() const { return option_; }
+    const LookupTableDef* lookupTable() const { return lookupTable_; }
 
 private:
     bool readWords();
