@@ -33,8 +33,12 @@ bool DefinitionReader::readLine(const Line& line, int lineNumber) {
 bool DefinitionReader::readRestOfLine() { return readWords(); }
 
 bool DefinitionReader::readWords() {
-    for (; word_ < words_; ++word_)
-        if (!handleWord(word_, lineNumber_)) return false;
+    for (int index = word_; index < words_; ++index) {
+        if (!handleWord(index, lineNumber_)) {
+            word_ = index;
+            return false;
+        }
+    }
     return true;
 }
 
@@ -42,8 +46,7 @@ bool DefinitionReader::handleWord(int index, int lineNumber) {
     const char* word = nqtoken_get_token(tokens_, index);
     report_.setPosition({lineNumber, nqtoken_get_offset(tokens_, index) + 1});
     const DirectiveSpec* spec = findDirective(word);
-    if (observer_ != nullptr)
-        observer_->word({word, report_.position(), spec, mode_, spec == nullptr ? nextRole() : WordRole::Unused});
+    if (observer_ != nullptr) showWord(word, spec);
     if (spec != nullptr) {
         report_.progress("Changing mode, new Mode = %s (enum=%d)\n", word, static_cast<int>(spec->directive));
         if (enter(spec, lineNumber)) return true;
@@ -199,6 +202,12 @@ bool DefinitionReader::setAside(Needs needs) const {
 void DefinitionReader::setAsideMissing(Needs needs) {
     if (meets(needs)) return;
     setAside_ = keyword_ == nullptr ? Needs::Keyword : Needs::KeywordAndOption;
+}
+
+// Kept apart from handleWord, which the tool runs for every word without an
+// observer.
+void DefinitionReader::showWord(const char* word, const DirectiveSpec* spec) {
+    observer_->word({word, report_.position(), spec, mode_, spec == nullptr ? nextRole() : WordRole::Unused});
 }
 
 WordRole DefinitionReader::nextRole() const {

@@ -65,6 +65,7 @@ public:
 private:
     bool readWords();
     bool handleWord(int index, int lineNumber);
+    [[gnu::noinline]] void showWord(const char* word, const DirectiveSpec* spec);
     WordRole nextRole() const;
     bool refuse(Refusal refusal);
     bool setAside(Needs needs) const;
