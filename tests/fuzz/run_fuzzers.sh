@@ -17,7 +17,7 @@ mkdir -p "$artifacts"
 
 passed=0
 failed=0
-for target in fuzz_definition fuzz_alias_file fuzz_values; do
+for target in fuzz_definition fuzz_alias_file fuzz_values fuzz_lint; do
   seeds="$here/corpus/${target#fuzz_}"
   work="$build/fuzz-corpus/${target#fuzz_}"
   log="$build/$target.log"
