@@ -1,5 +1,5 @@
 # quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>]
-#                  [HTML_DIR <dir> ALIASES_ROOT <dir>])
+#                  [HTML_DIR <dir> ALIASES_ROOT <dir>] [LINT])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
 # the definition with quillet::quillet, compiles the two sources into
@@ -11,6 +11,9 @@
 # quillet runs in a staging directory; an output is replaced (by rename) only
 # when its content changed, so that regenerating an unchanged header does not
 # rebuild everything that includes it. A failed run keeps the previous outputs.
+#
+# With LINT, quillet::quillet-lint checks the definition (and the aliases
+# file) before each run, so that a failing build shows every problem at once.
 
 # Policies are recorded with the function: depfiles relative to the current
 # binary directory (CMP0116) and GENERATED visible to all directories (CMP0118).
@@ -18,7 +21,7 @@ cmake_policy(PUSH)
 cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINITION;OUTPUT_DIR;HTML_DIR;ALIASES_ROOT" "")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "LINT" "DEFINITION;OUTPUT_DIR;HTML_DIR;ALIASES_ROOT" "")
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "quillet_generate: unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
@@ -40,6 +43,12 @@ function(quillet_generate target)
   set(work_dir "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}_quillet.dir")
   set(step "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/QuilletGenerateStep.cmake")
   set(quillet "$<TARGET_FILE:quillet::quillet>")
+  set(lint_args "")
+  set(lint "")
+  if(arg_LINT)
+    set(lint "$<TARGET_FILE:quillet::quillet-lint>")
+    set(lint_args "-DLINT=${lint}")
+  endif()
   # Ninja reads the depfile; other generators get the same inputs as plain
   # dependencies.
   set(use_depfile OFF)
@@ -63,9 +72,9 @@ function(quillet_generate target)
     BYPRODUCTS ${sources}
     COMMAND "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
             "-DOUTPUT_DIR=${output_dir}" "-DSTAGING_DIR=${work_dir}/sources"
-            "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
+            "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}" ${lint_args}
             -P "${step}"
-    DEPENDS "${definition}" "${quillet}" "${step}"
+    DEPENDS "${definition}" "${quillet}" ${lint} "${step}"
     ${depfile_args}
     COMMENT "Generating the command sources of ${target} from ${arg_DEFINITION}"
     VERBATIM)
@@ -90,8 +99,8 @@ function(quillet_generate target)
     COMMAND "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
             "-DOUTPUT_DIR=${html_dir}" "-DSTAGING_DIR=${work_dir}/reference"
             "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
-            "-DALIASES_ROOT=${aliases_root}" -P "${step}"
-    DEPENDS "${definition}" "${quillet}" "${step}"
+            "-DALIASES_ROOT=${aliases_root}" ${lint_args} -P "${step}"
+    DEPENDS "${definition}" "${quillet}" ${lint} "${step}"
     ${depfile_args}
     COMMENT "Writing the command reference of ${target} into ${html_dir}"
     VERBATIM)

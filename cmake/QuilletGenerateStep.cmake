@@ -3,11 +3,12 @@
 #
 #   cmake -DQUILLET=<exe> -DDEFINITION=<file> -DOUTPUT_DIR=<dir>
 #         -DSTAGING_DIR=<dir> -DSTAMP=<file> [-DDEPFILE=<file>]
-#         [-DALIASES_ROOT=<dir>] -P QuilletGenerateStep.cmake
+#         [-DALIASES_ROOT=<dir>] [-DLINT=<exe>] -P QuilletGenerateStep.cmake
 #
 # With ALIASES_ROOT the step writes the command reference (quillet -html, with
-# VELLUM_SRC set to ALIASES_ROOT) instead of the C++ sources. STAMP lists the
-# files published by the last successful run.
+# VELLUM_SRC set to ALIASES_ROOT) instead of the C++ sources. With LINT it
+# first runs quillet-lint on the definition (and the aliases file). STAMP
+# lists the files published by the last successful run.
 cmake_minimum_required(VERSION 3.21)
 
 set(inputs "${DEFINITION}")
@@ -30,6 +31,18 @@ if(DEPFILE)
   list(POP_FRONT escaped target)
   list(JOIN escaped " " prerequisites)
   file(WRITE "${DEPFILE}" "${target}: ${prerequisites}\n")
+endif()
+
+# The linter reports every problem at once, where quillet stops at the first.
+if(LINT)
+  set(lint_arguments "${DEFINITION}")
+  if(DEFINED ALIASES_ROOT)
+    list(APPEND lint_arguments "--aliases=${ALIASES_ROOT}/orrery-src/data/res/alias.cmd")
+  endif()
+  execute_process(COMMAND "${LINT}" ${lint_arguments} RESULT_VARIABLE lint_status)
+  if(NOT lint_status EQUAL 0)
+    message(FATAL_ERROR "quillet-lint found problems in ${DEFINITION} (status ${lint_status}); the files in ${OUTPUT_DIR} are left as they were")
+  endif()
 endif()
 
 file(REMOVE_RECURSE "${STAGING_DIR}")

@@ -21,5 +21,6 @@ install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerate.cmake
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerateStep.cmake
   DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
-install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 ${PROJECT_SOURCE_DIR}/docs/quillet-lint.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/docs/definition-language.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
