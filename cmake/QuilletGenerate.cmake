@@ -1,4 +1,4 @@
-# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE]
+# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE] [LINT]
 #                  [HTML_DIR <dir> [ALIASES <file> | ALIASES_ROOT <dir>] [PREVIEW_DIR <dir>]])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
@@ -15,6 +15,9 @@
 # quillet runs in a staging directory; an output is replaced (by rename) only
 # when its content changed, so that regenerating an unchanged header does not
 # rebuild everything that includes it. A failed run keeps the previous outputs.
+#
+# With LINT, quillet::quillet-lint checks the definition (and the aliases
+# file) before each run, so that a failing build shows every problem at once.
 
 # Policies are recorded with the function: depfiles relative to the current
 # binary directory (CMP0116) and GENERATED visible to all directories (CMP0118).
@@ -22,7 +25,7 @@ cmake_policy(PUSH)
 cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
-  set(options VERBOSE)
+  set(options VERBOSE LINT)
   set(one_value_keywords DEFINITION OUTPUT_DIR HTML_DIR ALIASES ALIASES_ROOT PREVIEW_DIR)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${options}" "${one_value_keywords}" "")
   if(arg_UNPARSED_ARGUMENTS)
@@ -55,6 +58,11 @@ function(quillet_generate target)
   # What every run of the step needs; -P and the script come last.
   set(step_command "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
                    "-DVERBOSE=${arg_VERBOSE}")
+  set(lint "")
+  if(arg_LINT)
+    set(lint "$<TARGET_FILE:quillet::quillet-lint>")
+    list(APPEND step_command "-DLINT=${lint}")
+  endif()
   # Ninja reads the depfile; other generators get the same inputs as plain
   # dependencies.
   set(use_depfile OFF)
@@ -80,7 +88,7 @@ function(quillet_generate target)
             "-DOUTPUT_DIR=${output_dir}" "-DSTAGING_DIR=${work_dir}/sources"
             "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
             -P "${step}"
-    DEPENDS "${definition}" "${quillet}" "${step}"
+    DEPENDS "${definition}" "${quillet}" ${lint} "${step}"
     ${depfile_args}
     COMMENT "Generating the command sources of ${target} from ${arg_DEFINITION}"
     VERBATIM)
@@ -123,7 +131,7 @@ function(quillet_generate target)
             "-DOUTPUT_DIR=${html_dir}" "-DSTAGING_DIR=${work_dir}/reference"
             "-DSTAMP=${stamp}" "-DDEPFILE=${depfile}"
             -DHTML=ON ${aliases_arg} -P "${step}"
-    DEPENDS "${definition}" "${quillet}" "${step}"
+    DEPENDS "${definition}" "${quillet}" ${lint} "${step}"
     ${depfile_args}
     COMMENT "Writing the command reference of ${target} into ${html_dir}"
     VERBATIM)

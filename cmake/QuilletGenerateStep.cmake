@@ -3,15 +3,16 @@
 #
 #   cmake -DQUILLET=<exe> -DDEFINITION=<file> -DOUTPUT_DIR=<dir>
 #         -DSTAGING_DIR=<dir> -DSTAMP=<file> [-DDEPFILE=<file>] [-DVERBOSE=ON]
-#         [-DHTML=ON [-DALIASES_ROOT=<dir> | -DALIASES=<file>]]
+#         [-DHTML=ON [-DALIASES_ROOT=<dir> | -DALIASES=<file>]] [-DLINT=<exe>]
 #         -P QuilletGenerateStep.cmake
 #
 # With HTML the step writes the command reference (quillet -html) instead of
 # the C++ sources. quillet reads the aliases file from
 # $VELLUM_SRC/orrery-src/data/res/alias.cmd and fails without one: VELLUM_SRC
 # is ALIASES_ROOT, or else a staging tree holding a copy of ALIASES, or an
-# empty aliases file when neither is given. STAMP lists the files published by
-# the last successful run.
+# empty aliases file when neither is given. With LINT it first runs
+# quillet-lint on the definition (and the aliases file). STAMP lists the files
+# published by the last successful run.
 cmake_minimum_required(VERSION 3.21)
 
 set(inputs "${DEFINITION}")
@@ -54,6 +55,18 @@ if(HTML AND NOT ALIASES_ROOT)
     file(COPY_FILE "${ALIASES}" "${staged}")
   else()
     message(FATAL_ERROR "the aliases file ${ALIASES} does not exist; the files in ${OUTPUT_DIR} are left as they were")
+  endif()
+endif()
+
+# The linter reports every problem at once, where quillet stops at the first.
+if(LINT)
+  set(lint_arguments "${DEFINITION}")
+  if(HTML)
+    list(APPEND lint_arguments "--aliases=${vellum_src}/orrery-src/data/res/alias.cmd")
+  endif()
+  execute_process(COMMAND "${LINT}" ${lint_arguments} RESULT_VARIABLE lint_status)
+  if(NOT lint_status EQUAL 0)
+    message(FATAL_ERROR "quillet-lint found problems in ${DEFINITION} (status ${lint_status}); the files in ${OUTPUT_DIR} are left as they were")
   endif()
 endif()
 

@@ -24,7 +24,7 @@ install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/QuilletCompatTest.cmake
   DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
 install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 ${PROJECT_SOURCE_DIR}/docs/quillet-preview.1
-              ${PROJECT_SOURCE_DIR}/docs/quillet-diff.1
+              ${PROJECT_SOURCE_DIR}/docs/quillet-diff.1 ${PROJECT_SOURCE_DIR}/docs/quillet-lint.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/docs/definition-language.md ${PROJECT_SOURCE_DIR}/docs/application-interface.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -22,26 +22,42 @@ DefinitionReader::~DefinitionReader() { nqtoken_delete(tokens_); }
 
 bool DefinitionReader::readLine(const Line& line, int lineNumber) {
     report_.setPosition({lineNumber, 0});
+    lineNumber_ = lineNumber;
+    word_ = 0;
     if (tokens_ == nullptr || nqtoken_refill(tokens_, line.text, " \t\n", "\"", "#") != 0) {
+        words_ = 0;
         report_.error("Cannot tokenize line %d of input file\n", lineNumber);
-        return false;
+        return refuse(Refusal::Line);
     }
-    const int count = nqtoken_num(tokens_);
-    for (int index = 0; index < count; ++index)
-        if (!handleWord(index, lineNumber)) return false;
+    words_ = nqtoken_num(tokens_);
+    return readWords();
+}
+
+bool DefinitionReader::readRestOfLine() { return readWords(); }
+
+bool DefinitionReader::readWords() {
+    for (int index = word_; index < words_; ++index) {
+        if (!handleWord(index, lineNumber_)) {
+            word_ = index;
+            return false;
+        }
+    }
     return true;
 }
 
 bool DefinitionReader::handleWord(int index, int lineNumber) {
     const char* word = nqtoken_get_token(tokens_, index);
     report_.setPosition({lineNumber, nqtoken_get_offset(tokens_, index) + 1});
-    if (const DirectiveSpec* spec = findDirective(word)) {
+    const DirectiveSpec* spec = findDirective(word);
+    if (observer_ != nullptr) showWord(word, spec);
+    if (spec != nullptr) {
         report_.progress("Changing mode, new Mode = %s (enum=%d)\n", word, static_cast<int>(spec->directive));
         if (enter(spec, lineNumber)) return true;
         report_.error("Error with definition on line %d\n", lineNumber);
         return false;
     }
     if (handleArgument(word, index)) return true;
+    refusal_ = Refusal::Word;
     report_.error("Error processing command on line: %d\n", lineNumber);
     if (keyword_ != nullptr) report_.error("Currently processing keyword: '%s'\n", keyword_->name.data());
     if (option_ != nullptr) report_.error("Currently processing option: '%s'\n", option_->name.data());
@@ -143,26 +159,112 @@ void DefinitionReader::closeKeyword() {
 // keyword and option and leaves a spare of each behind (they still draw
 // serial numbers).
 bool DefinitionReader::enter(const DirectiveSpec* next, int line) {
-    if (!checkPreviousDirective()) return false;
-    if (next != nullptr && !applyOnArrival(*next)) return false;
-    if (!checkLeaving()) return false;
+    if (!checkPreviousDirective()) return refuse(Refusal::DirectiveInForce);
+    const bool skipped = next != nullptr && setAside(next->needs);
+    if (next != nullptr && !skipped && !arrived_ && !applyOnArrival(*next)) return refuse(Refusal::Directive);
+    if (!checkLeaving()) {
+        arrived_ = true;
+        return refuse(Refusal::Leaving);
+    }
+    arrived_ = false;
 
     const bool endOfInput = next == nullptr;
-    mode_ = next;
+    mode_ = skipped ? nullptr : next;
     arguments_ = 0;
     lookupTable_ = nullptr;
+    if (skipped) return true;
     if (endOfInput || next->directive == Directive::KEYWORD) {
         if (keyword_ != nullptr) closeKeyword();
         keyword_ = definitions_.newKeyword();
         keyword_->lineNumber = line;
         optionNames_.clear();
+        setAside_ = Needs::Nothing;
     }
     if (endOfInput || next->directive == Directive::OPTION) {
         closeOption();
         option_ = definitions_.newOption();
         option_->lineNumber = line;
+        if (setAside_ == Needs::KeywordAndOption) setAside_ = Needs::Nothing;
     }
     return true;
+}
+
+bool DefinitionReader::refuse(Refusal refusal) {
+    refusal_ = refusal;
+    return false;
+}
+
+// Whether a directive needing these records is to be skipped, after a
+// recovery set them aside.
+bool DefinitionReader::setAside(Needs needs) const {
+    if (setAside_ == Needs::Nothing || needs == Needs::Nothing) return false;
+    return needs == Needs::KeywordAndOption || setAside_ == Needs::Keyword;
+}
+
+// After a refusal for want of the records `needs` names: the one missing.
+void DefinitionReader::setAsideMissing(Needs needs) {
+    if (meets(needs)) return;
+    setAside_ = keyword_ == nullptr ? Needs::Keyword : Needs::KeywordAndOption;
+}
+
+// Kept apart from handleWord, which the tool runs for every word without an
+// observer.
+void DefinitionReader::showWord(const char* word, const DirectiveSpec* spec) {
+    observer_->word({word, report_.position(), spec, mode_, spec == nullptr ? nextRole() : WordRole::Unused});
+}
+
+WordRole DefinitionReader::nextRole() const {
+    if (mode_ == nullptr) return WordRole::Unused;
+    switch (mode_->arguments) {
+    case Arguments::Keyword: return arguments_ == 0 ? WordRole::KeywordName
+                                  : arguments_ == 1 ? WordRole::KeywordId
+                                                    : WordRole::Extra;
+    case Arguments::Option: {
+        constexpr std::array<WordRole, 4> roles{WordRole::OptionName, WordRole::OptionId, WordRole::OptionType,
+                                                WordRole::OptionDefault};
+        return arguments_ < 4 ? roles[static_cast<std::size_t>(arguments_)] : WordRole::Extra;
+    }
+    case Arguments::Text: return WordRole::Text;
+    case Arguments::ModelName: return arguments_ == 0 ? WordRole::ModelNameCount : WordRole::Extra;
+    case Arguments::OptLookup: return arguments_ == 0 ? WordRole::TableReference : WordRole::Extra;
+    case Arguments::Limit: return arguments_ == 0 ? WordRole::Limit : WordRole::Extra;
+    case Arguments::Lookup:
+        if (lookupTable_ == nullptr) return WordRole::TableName;
+        return arguments_ == 0 ? WordRole::EntryId : arguments_ == 1 ? WordRole::EntryName : WordRole::EntryValue;
+    case Arguments::Ignored: return WordRole::Unused;
+    }
+    return WordRole::Unused;
+}
+
+void DefinitionReader::recover() {
+    switch (refusal_) {
+    case Refusal::Line: break;
+    case Refusal::Word:
+        if (is(mode_, Directive::LOOKUP) && lookupTable_ != nullptr) {
+            // A refused entry ID still holds its place in the triple; a
+            // refused value drops its entry.
+            if (arguments_ == 1) pendingEntryId_ = nqtoken_get_token(tokens_, word_);
+            else arguments_ = 0;
+            ++word_;
+            return;
+        }
+        if (is(mode_, Directive::OPTION) && !option_->type) setAside_ = Needs::KeywordAndOption;
+        setAsideMissing(mode_->needs);
+        ++word_;
+        break;
+    case Refusal::Directive:
+        setAsideMissing(findDirective(nqtoken_get_token(tokens_, word_))->needs);
+        ++word_;
+        break;
+    case Refusal::DirectiveInForce:
+        if (is(mode_, Directive::OPTION) && !option_->type) setAside_ = Needs::KeywordAndOption;
+        if (mode_ != nullptr && mode_->checked == CheckedWhen::OnLeaving) setAsideMissing(mode_->needs);
+        break;
+    case Refusal::Leaving: break;
+    }
+    mode_ = nullptr;
+    arguments_ = 0;
+    lookupTable_ = nullptr;
 }
 
 }  // namespace quillet

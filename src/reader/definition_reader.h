@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,13 +11,26 @@
 #include "nqtoken.h"
 #include "reader/directive.h"
 #include "reader/line_reader.h"
+#include "reader/read_observer.h"
 
 namespace quillet {
+
+// What the last refusal concerned.
+enum class Refusal : std::uint8_t {
+    Line,              // the line could not be split into words
+    Word,              // an argument
+    Directive,         // an arriving directive, out of place or repeated
+    DirectiveInForce,  // the directive in force, found incomplete or misplaced as the next one arrived
+    Leaving,           // likewise, after the arriving directive had been applied
+};
 
 // Reads a definition into a DefinitionSet, one line at a time. It owns all
 // that only reading needs: the directive in force, the records being
 // defined, the argument count, the name registries. Every refusal is
 // reported through the reporter, positioned at the word that caused it.
+//
+// The tool stops at the first refusal. The linter instead calls recover()
+// and readRestOfLine() and reads on, so that one file shows all its errors.
 class DefinitionReader {
 public:
     // `expectedBytes`, the definition's size where known, sizes the registries
@@ -32,8 +46,32 @@ public:
     // The check at end of input: closes the last keyword and its last option.
     bool finish(int lastLine);
 
+    // Shows every word to `observer` before reading it.
+    void observe(ReadObserver* observer) { observer_ = observer; }
+    Refusal refusal() const { return refusal_; }
+    // After a refusal: abandons the directive in force (its remaining words
+    // are ignored up to the next directive) and sets aside a record that the
+    // refusal left missing or without a type, so that the directives needing
+    // it are skipped silently until the next KEYWORD: or OPTION: replaces it.
+    // A lookup table goes on with its next entry instead. A directive refused
+    // only because the one in force was incomplete is entered on the retry.
+    void recover();
+    // Goes on with the words of the line after a refusal and recover().
+    bool readRestOfLine();
+
+    const DirectiveSpec* directiveInForce() const { return mode_; }
+    const KeywordDef* keyword() const { return keyword_; }
+    const OptionDef* option() const { return option_; }
+    const LookupTableDef* lookupTable() const { return lookupTable_; }
+
 private:
+    bool readWords();
     bool handleWord(int index, int lineNumber);
+    [[gnu::noinline]] void showWord(const char* word, const DirectiveSpec* spec);
+    WordRole nextRole() const;
+    bool refuse(Refusal refusal);
+    bool setAside(Needs needs) const;
+    void setAsideMissing(Needs needs);
 
     // Entering a directive, in the order the steps must run.
     bool enter(const DirectiveSpec* next, int line);
@@ -57,7 +95,16 @@ private:
 
     DefinitionSet& definitions_;
     Reporter& report_;
+    ReadObserver* observer_ = nullptr;
     nqtoken_list* tokens_ = nullptr;
+    int lineNumber_ = 0;
+    int word_ = 0;   // of the line, the one being read
+    int words_ = 0;  // of the line
+
+    // Only a linter's recovery changes these.
+    Refusal refusal_ = Refusal::Word;
+    Needs setAside_ = Needs::Nothing;  // records the directives needing them skip silently
+    bool arrived_ = false;             // the directive to retry was applied already
 
     const DirectiveSpec* mode_ = nullptr;  // the directive in force; none before the first
     KeywordDef* keyword_ = nullptr;        // none before the first KEYWORD:

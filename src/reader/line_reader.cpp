@@ -60,7 +60,11 @@ bool LineReader::next(Line& line) {
         return true;
     }
     // No line feed: the last line of the input, if it fits, or one too long.
-    if (available == 0 || available > kMaxLine) return false;
+    if (available == 0) return false;
+    if (available > kMaxLine) {
+        longLine_ = true;
+        return false;
+    }
     begin[available] = '\0';
     line = Line{begin, available};
     start_ = end_;

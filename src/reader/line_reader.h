@@ -30,6 +30,8 @@ public:
     // The definition's size in bytes where it is known (a regular file or a
     // text in memory), else 0.
     std::size_t sizeHint() const { return sizeHint_; }
+    // After next() returned false: whether a line too long ended the input.
+    bool stoppedAtLongLine() const { return longLine_; }
 
 private:
     void refill();
@@ -41,6 +43,7 @@ private:
     std::size_t end_ = 0;
     bool atEnd_ = false;
     std::size_t sizeHint_ = 0;
+    bool longLine_ = false;
 };
 
 }  // namespace quillet

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "lint/diagnostic.h"
+#include "lint/name_positions.h"
+#include "model/definition_set.h"
+#include "reader/definition_reader.h"
+#include "reader/line_reader.h"
+#include "reader/read_observer.h"
+
+namespace quillet::lint {
+
+// Reads one definition with the tool's own reader and collects every error
+// the tool would raise there, recovering after each, and the warnings for
+// what the tool lets through. Errors come in reading order, each at the word
+// the tool was reading when it refused; the first is the tool's own.
+class DefinitionLinter final : private ReadObserver {
+public:
+    // Errors after the first `maxErrors` are counted, not kept.
+    explicit DefinitionLinter(std::size_t maxErrors);
+
+    void read(LineReader& lines);
+
+    const DefinitionSet& definitions() const { return definitions_; }
+    // Every diagnostic, in order of position; notes follow their diagnostic.
+    std::vector<Diagnostic> takeDiagnostics();
+    std::size_t errorsNotKept() const { return errorsNotKept_; }
+    Position firstErrorNotKept() const { return firstErrorNotKept_; }
+
+private:
+    struct PendingMessage {
+        Channel channel;
+        Position position;
+        std::string text;
+    };
+    // What the checks of an option need once it is closed.
+    struct OpenOption {
+        const OptionDef* option = nullptr;
+        Position defaultAt;
+        Position minimumAt;
+        Position maximumAt;
+    };
+
+    void word(const WordEvent& event) override;
+    void settle();
+    void accepted(const WordEvent& event);
+    void refused(Refusal refusal, const Line* line, int number);
+    void notesForRefusedWord(Diagnostic& error, Refusal refusal);
+    void checkWord(const WordEvent& event);
+    void checkLineEnd(const Line& line, int number);
+    void followOption();
+    void closeOption();
+    void checkLookupTables();
+
+    void add(Diagnostic diagnostic);
+    void warn(std::string_view rule, Position position, std::string message, std::vector<Note> notes = {});
+    Position definedAt(std::string_view id) const;
+
+    DefinitionSet definitions_;
+    Reporter report_;
+    DefinitionReader* reader_ = nullptr;
+    std::size_t maxErrors_;
+    std::size_t errors_ = 0;
+    std::size_t errorsNotKept_ = 0;
+    Position firstErrorNotKept_;
+    std::vector<Diagnostic> diagnostics_;
+
+    std::vector<PendingMessage> messages_;  // of the word being read
+    WordEvent pending_{};                   // the word being read, until it is settled
+    bool hasPending_ = false;
+    Position inForceAt_;  // where the directive in force was given
+
+    // Where each name was first given, for the note at a duplicate.
+    NamePositions keywordNames_;
+    NamePositions optionNames_;  // of the keyword in force
+    NamePositions ids_;          // IDs and table names alike
+    Position entryIdAt_;         // of the lookup entry being read
+
+    OpenOption open_;
+    std::unordered_set<std::string_view> usedTables_;
+    // Errors naming a table not defined yet: diagnostic index and the name.
+    std::vector<std::pair<std::size_t, std::string>> unknownTables_;
+    std::size_t carriageReturns_ = 0;
+    std::size_t firstCarriageReturn_ = 0;  // index of its warning
+};
+
+}  // namespace quillet::lint

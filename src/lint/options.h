@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "lint/rules.h"
+
+namespace quillet::lint {
+
+enum class Format { Text, Json, Sarif };
+
+struct Options {
+    Format format = Format::Text;
+    bool werror = false;
+    std::size_t maxErrors = 50;  // 0: no limit
+    std::string aliases;         // empty: none
+    std::vector<bool> enabled = std::vector<bool>(kRules.size(), true);  // by rule
+    std::vector<std::string> files;                                      // "-" is standard input
+};
+
+// Exit statuses of quillet-lint.
+constexpr int kClean = 0;
+constexpr int kProblems = 1;
+constexpr int kUsageError = 2;
+
+// Reads the command line into `options`. Returns -1 to go on, or the exit
+// status once --help or --version was answered or a usage error reported.
+int parseOptions(int argc, const char* const* argv, Options& options, std::ostream& out, std::ostream& err);
+
+}  // namespace quillet::lint
