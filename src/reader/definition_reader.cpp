@@ -241,10 +241,9 @@ void DefinitionReader::recover() {
     case Refusal::Line: break;
     case Refusal::Word:
         if (is(mode_, Directive::LOOKUP) && lookupTable_ != nullptr) {
-            // A refused entry ID still holds its place in the triple; a
-            // refused value drops its entry.
-            if (arguments_ == 1) pendingEntryId_ = nqtoken_get_token(tokens_, word_);
-            else arguments_ = 0;
+            // A refused entry ID (kept before it was refused) still holds
+            // its place in the triple; a refused value drops its entry.
+            if (arguments_ != 1) arguments_ = 0;
             ++word_;
             return;
         }
