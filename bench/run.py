@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Benchmarks quillet against the I/O floor of the same work.
 
-usage: bench/run.py [--sizes 1000 10000 100000] [--options 10] [--repeat 3] [--binary PATH]
+usage: bench/run.py [--sizes 1000 10000 100000] [--options 10] [--repeat 3] [--binary PATH] [--work DIR]
 
 Builds a Release quillet in build-bench/, generates a definition and an
 aliases file per size (bench/generate.py; kept in build-bench/data/), then
@@ -17,6 +17,9 @@ for each size and output path (default and -html) measures, in one go:
 Each figure is the best of --repeat runs. Prints input size, output size,
 wall time, peak memory, floor and the ratio of quillet to its floor.
 --binary measures another quillet (an older build, say) on the same data.
+--work puts the output sets elsewhere: on a tmpfs (/dev/shm/...) the figures
+leave out the disk, whose write-back on a shared machine swamps the -html
+path's.
 """
 import argparse
 import os
@@ -105,10 +108,11 @@ def main():
     parser.add_argument("--options", type=int, default=10)
     parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--binary", help="quillet to measure instead of a fresh Release build")
+    parser.add_argument("--work", default=os.path.join(BUILD, "work"), help="directory for the output sets")
     args = parser.parse_args()
 
     quillet = os.path.abspath(args.binary) if args.binary else build()
-    work = os.path.join(BUILD, "work")
+    work = args.work
     print("%-9s %-7s %9s %10s %7s %9s %9s %8s %6s %7s" % ("keywords", "path", "input MB", "output MB", "files",
                                                            "wall s", "floor s", "x floor", "RSS MB", "x input"))
     for keywords in args.sizes:

@@ -63,7 +63,9 @@ bool writeValidValues(OutputFile& out, const OptionDef& option, const Definition
                       const RunContext& context) {
     switch (option.type) {
     case OptionType::NQ_STRING_TYPE: out << "text strings<br/></td></tr>\r\n"; return true;
-    case OptionType::NQ_BOOL_TYPE: out << "boolean (true|false; yes|no; y|n; on|off)<br/></td></tr>\r\n"; return true;
+    case OptionType::NQ_BOOL_TYPE:
+        out << "boolean (true|false; yes|no; y|n; on|off)<br/></td></tr>\r\n";
+        return true;
     case OptionType::NQ_DOUBLE_TYPE: out << "reals<br/></td></tr>\r\n"; return true;
     case OptionType::NQ_INT_TYPE:
         if (!option.hasLookupTable) {
@@ -84,7 +86,9 @@ bool writeDefaultRow(OutputFile& out, const OptionDef& option, const DefinitionS
                      const RunContext& context) {
     out << "<tr align=\"left\"><td valign=\"top\">Default value: </td>\r\n";
     switch (option.type) {
-    case OptionType::NQ_BOOL_TYPE: out << kValueStart << (option.boolDefault() ? "true" : "false") << kValueEnd; return true;
+    case OptionType::NQ_BOOL_TYPE:
+        out << kValueStart << (option.boolDefault() ? "true" : "false") << kValueEnd;
+        return true;
     case OptionType::NQ_DOUBLE_TYPE:
         out << kValueStart;
         out.writeDouble(kDoubleFormat, option.doubleDefault());
