@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Benchmarks quillet against the I/O floor of the same work.
 
-usage: bench/run.py [--sizes 1000 10000 100000] [--shapes text dense] [--options 10] [--repeat 3] [--binary PATH]
+usage: bench/run.py [--sizes 1000 10000 100000] [--shapes text dense] [--options 10] [--repeat 3] [--binary PATH] [--work DIR]
 
 Builds a Release quillet in build-bench/, generates a definition and an
 aliases file per shape and size (bench/generate.py; kept in
@@ -20,6 +20,9 @@ wall time, input MB/s, records (keywords and options) per second, peak
 memory, floor, the ratio of quillet to its floor and of its peak memory to
 the input's size.
 --binary measures another quillet (an older build, say) on the same data.
+--work puts the output sets elsewhere: on a tmpfs (/dev/shm/...) the figures
+leave out the disk, whose write-back on a shared machine swamps the -html
+path's.
 """
 import argparse
 import os
@@ -109,10 +112,11 @@ def main():
     parser.add_argument("--options", type=int, default=10)
     parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--binary", help="quillet to measure instead of a fresh Release build")
+    parser.add_argument("--work", default=os.path.join(BUILD, "work"), help="directory for the output sets")
     args = parser.parse_args()
 
     quillet = os.path.abspath(args.binary) if args.binary else build()
-    work = os.path.join(BUILD, "work")
+    work = args.work
     print("%-6s %-9s %-7s %9s %10s %7s %8s %7s %10s %8s %8s %6s %7s" % (
         "shape", "keywords", "path", "input MB", "output MB", "files", "wall s", "MB/s", "records/s", "floor s",
         "x floor", "RSS MB", "x input"))

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <fstream>
-
+#include "codegen/output_file.h"
 #include "model/definition_set.h"
 #include "model/run_context.h"
 
 namespace quillet {
 
-// Writes nq_command_id.cxx through `out` (opened here, closed on success) so
-// that the caller can reopen the same stream on the next file.
-bool writeIdDefinitions(const DefinitionSet& definitions, const RunContext& context, std::ofstream& out);
+inline constexpr const char* kIdDefinitionsFile = "nq_command_id.cxx";
+
+// Defines every ID object that the header declares, numbered by serial.
+bool writeIdDefinitions(const DefinitionSet& definitions, const RunContext& context, OutputFile& out);
 
 }  // namespace quillet

@@ -1,17 +1,16 @@
 #include "codegen/id_header_writer.h"
 
-#include "codegen/output_file.h"
-#include "nqerr.h"
+#include <string_view>
+
+#include "codegen/unknown_type.h"
 
 namespace quillet {
 
 namespace {
 
-constexpr const char* kFileName = "nq_command_id.h";
-
 struct Declaration {
-    const char* start;
-    const char* end;
+    std::string_view start;
+    std::string_view end;
 };
 
 // How an option ID of each type is declared; the Boolean line alone ends in
@@ -31,9 +30,8 @@ const Declaration* optionDeclaration(std::optional<OptionType> type) {
     return nullptr;
 }
 
-}  // namespace
-
-void writeLookupEnum(const LookupTableDef& table, std::ostream& out) {
+// The enumerators are the entry IDs, valued as stored, in entry order.
+void writeLookupEnum(const LookupTableDef& table, OutputFile& out) {
     out << "\nenum " << table.name << " { \n";
     const std::size_t count = table.size();
     for (std::size_t i = 0; i < count; ++i) {
@@ -44,10 +42,9 @@ void writeLookupEnum(const LookupTableDef& table, std::ostream& out) {
     out << "}; \n\n";
 }
 
-bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context) {
-    std::ofstream out;
-    if (!openOutputFile(out, context, kFileName)) return false;
+}  // namespace
 
+bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context, OutputFile& out) {
     out << "//\t This file created by 'quillet'\n"
            "//\t It contains all the ID's used by the command language\n"
            "//\t and the enums defined by option look-up tables \n"
@@ -72,18 +69,12 @@ bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context) 
         for (const OptionDef* option : keyword->options) {
             out << "\t//Option: " << option->name << '\n';
             const Declaration* declaration = optionDeclaration(option->type);
-            if (declaration == nullptr) {
-                // What was written so far stays in the file, which the
-                // stream's destruction closes.
-                context.report.error("Unknown type: %d\n", typeNumber(option->type));
-                return false;
-            }
+            if (declaration == nullptr) return reportUnknownType(option->type, context);
             out << declaration->start << option->id << declaration->end;
         }
     }
 
     out << "\n\n#endif\n";
-    out.close();
     return true;
 }
 

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <ostream>
-
+#include "codegen/output_file.h"
 #include "model/definition_set.h"
 #include "model/run_context.h"
 
 namespace quillet {
 
-// Writes nq_command_id.h into the context's output directory.
-bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context);
+inline constexpr const char* kIdHeaderFile = "nq_command_id.h";
 
-// One enumeration of entry IDs and values for a lookup table.
-void writeLookupEnum(const LookupTableDef& table, std::ostream& out);
+// Declares every ID object and one enumeration per lookup table.
+bool writeIdHeader(const DefinitionSet& definitions, const RunContext& context, OutputFile& out);
 
 }  // namespace quillet

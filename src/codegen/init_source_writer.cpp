@@ -1,59 +1,65 @@
 #include "codegen/init_source_writer.h"
 
 #include <cstdint>
-#include <ios>
 
-#include "codegen/output_file.h"
-#include "nqerr.h"
+#include "codegen/unknown_type.h"
 
 namespace quillet {
 
 namespace {
 
-constexpr const char* kFileName = "nq_command_init.cxx";
-
 // Keywords are spread over at most this many numbered routines.
 constexpr std::uint32_t kMaxRoutines = 20;
 
-void writeRoutineOpening(std::ostream& out, int chunkNumber) {
+// Six significant digits with the decimal point and trailing zeros always
+// shown: 1 is 1.00000, and glibc writes 999999.5 as 1.e+06.
+constexpr const char* kDoubleFormat = "%#.6g";
+
+void writeRoutineOpening(OutputFile& out, std::int32_t chunkNumber) {
     out << "void NQ_Command::initialize" << chunkNumber
         << "() \n{\n\tNQ_Keyword* current_keyword;\n\tNQ_Option* current_option;\n";
 }
 
-void writeRoutineClosing(std::ostream& out) { out << "\treturn;\n}\n"; }
+void writeRoutineClosing(OutputFile& out) { out << "\treturn;\n}\n"; }
 
-void writeLimits(std::ostream& out, const OptionDef& option, const char* castClass) {
+void writeLimits(OutputFile& out, const OptionDef& option, const char* castClass) {
     if (option.hasMinimum)
         out << "\t((" << castClass << " *)current_option)->setMinimumValue( " << option.minimumText << " );\n";
     if (option.hasMaximum)
         out << "\t((" << castClass << " *)current_option)->setMaximumValue( " << option.maximumText << " );\n";
 }
 
+void writeConstructor(OutputFile& out, const OptionDef& option, const char* optionClass) {
+    out << "\tcurrent_option = new " << optionClass << "( \"" << option.name << "\", " << option.id << " );\n";
+}
+
 // The constructor and the typed default and limit lines of one option;
 // false for a type outside the four known ones, before anything is written.
-bool writeTypedOption(std::ostream& out, const OptionDef& option) {
+bool writeTypedOption(OutputFile& out, const OptionDef& option) {
     if (!option.type) return false;
     switch (*option.type) {
         case OptionType::NQ_INT_TYPE:
-            out << "\tcurrent_option = new NQ_IntOption( \"" << option.name << "\", " << option.id << " );\n";
+            writeConstructor(out, option, "NQ_IntOption");
             if (option.hasDefault) out << "\tcurrent_option->setDefaultValue( " << option.intDefault() << " );\n";
             writeLimits(out, option, "NQ_IntOption");
             return true;
         case OptionType::NQ_DOUBLE_TYPE:
-            out << "\tcurrent_option = new NQ_DoubleOption( \"" << option.name << "\", " << option.id << " );\n";
-            // showpoint stays set from here on; nothing else in the file is a double.
-            if (option.hasDefault)
-                out << "\tcurrent_option->setDefaultValue( " << std::showpoint << option.doubleDefault() << " );\n";
+            writeConstructor(out, option, "NQ_DoubleOption");
+            if (option.hasDefault) {
+                out << "\tcurrent_option->setDefaultValue( ";
+                out.writeDouble(kDoubleFormat, option.doubleDefault());
+                out << " );\n";
+            }
             writeLimits(out, option, "NQ_DoubleOption");
             return true;
         case OptionType::NQ_BOOL_TYPE:
-            out << "\tcurrent_option = new NQ_BoolOption( \"" << option.name << "\", " << option.id << " );\n";
+            writeConstructor(out, option, "NQ_BoolOption");
             if (option.hasDefault)
                 out << (option.boolDefault() ? "\tcurrent_option->setDefaultValue( true );\n"
                                              : "\tcurrent_option->setDefaultValue( false );\n");
             return true;
         case OptionType::NQ_STRING_TYPE:
-            out << "\tcurrent_option = new NQ_StringOption( \"" << option.name << "\", " << option.id << " );\n";
+            writeConstructor(out, option, "NQ_StringOption");
             if (option.hasDefault)
                 out << "\tcurrent_option->setDefaultValue( \"" << option.stringDefault() << "\" );\n";
             return true;
@@ -61,20 +67,22 @@ bool writeTypedOption(std::ostream& out, const OptionDef& option) {
     return false;
 }
 
-bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+// By entry name, not entry ID.
+void writeLookupValues(const LookupTableDef& table, OutputFile& out) {
+    for (std::size_t i = 0; i < table.size(); ++i)
+        out << "\tcurrent_option->addLookupTableValue(  \"" << table.names[i] << "\", " << table.values[i] << " );\n";
+}
+
+bool writeOption(OutputFile& out, const OptionDef& option, const DefinitionSet& definitions,
                  const RunContext& context) {
     out << "\t//Option: " << option.name << '\n';
-    if (!writeTypedOption(out, option)) {
-        context.report.error("Unknown type: %d\n", typeNumber(option.type));
-        return false;
-    }
+    if (!writeTypedOption(out, option)) return reportUnknownType(option.type, context);
     if (option.hasLookupTable) {
         // A missing table is reported but does not stop the generation.
         if (const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName))
             writeLookupValues(*table, out);
         else
-            context.report.error("Unknown lookup table name: '%s'\n",
-                        option.lookupTableName.data());
+            context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.data());
     }
     if (option.lookupCaseSensitive) out << "\tcurrent_option->makeLookupCaseSensitive( );\n";
     if (option.readOnly) out << "\tcurrent_option->makeReadOnly( );\n";
@@ -82,7 +90,7 @@ bool writeOption(std::ostream& out, const OptionDef& option, const DefinitionSet
     return true;
 }
 
-void writeKeywordFlags(std::ostream& out, const KeywordDef& keyword) {
+void writeKeywordFlags(OutputFile& out, const KeywordDef& keyword) {
     if (keyword.operandsAreModelName)
         out << "\tcurrent_keyword->setOperandsAsModelName();\n\tcurrent_keyword->setNumberTokensInModelName("
             << keyword.numTokensInModelName << ");\n";
@@ -98,7 +106,7 @@ void writeKeywordFlags(std::ostream& out, const KeywordDef& keyword) {
     if (keyword.isRename) out << "\tcurrent_keyword->makeRenameKeyword();\n";
 }
 
-bool writeKeyword(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+bool writeKeyword(OutputFile& out, const KeywordDef& keyword, const DefinitionSet& definitions,
                   const RunContext& context) {
     out << "\n\t// Keyword: " << keyword.name << "\n\tcurrent_keyword = new NQ_Keyword (\"" << keyword.name << "\", "
         << keyword.id << ", \"" << keyword.summary << "\" ); \n\n";
@@ -111,14 +119,7 @@ bool writeKeyword(std::ostream& out, const KeywordDef& keyword, const Definition
 
 }  // namespace
 
-void writeLookupValues(const LookupTableDef& table, std::ostream& out) {
-    for (std::size_t i = 0; i < table.size(); ++i)
-        out << "\tcurrent_option->addLookupTableValue(  \"" << table.names[i] << "\", " << table.values[i] << " );\n";
-}
-
-bool writeInitSource(const DefinitionSet& definitions, const RunContext& context, std::ofstream& out) {
-    if (!openOutputFile(out, context, kFileName)) return false;
-
+bool writeInitSource(const DefinitionSet& definitions, const RunContext& context, OutputFile& out) {
     out << "//\t This file created by 'quillet'\n"
            "//\t It contains the function NQ_Command::initialize() \n"
            "//\t DO NOT EDIT THIS FILE BY HAND!\n"
@@ -150,7 +151,6 @@ bool writeInitSource(const DefinitionSet& definitions, const RunContext& context
     out << "\n\nvoid NQ_Command::initialize() \n{\n";
     for (std::int32_t k = 1; k <= chunkNumber; ++k) out << "\tinitialize" << k << "();\n";
     out << "\treturn;\n}\n";
-    out.close();
     return true;
 }
 

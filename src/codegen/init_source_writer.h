@@ -1,17 +1,15 @@
 #pragma once
 
-#include <fstream>
-#include <ostream>
-
+#include "codegen/output_file.h"
 #include "model/definition_set.h"
 #include "model/run_context.h"
 
 namespace quillet {
 
-// Writes nq_command_init.cxx through `out`, which is (re)opened here.
-bool writeInitSource(const DefinitionSet& definitions, const RunContext& context, std::ofstream& out);
+inline constexpr const char* kInitSourceFile = "nq_command_init.cxx";
 
-// One addLookupTableValue line per entry of the table, by entry name.
-void writeLookupValues(const LookupTableDef& table, std::ostream& out);
+// Writes NQ_Command::initialize(), spread over at most twenty numbered
+// routines, registering every keyword with its options.
+bool writeInitSource(const DefinitionSet& definitions, const RunContext& context, OutputFile& out);
 
 }  // namespace quillet

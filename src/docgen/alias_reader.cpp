@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "docgen/path_localize.h"
-#include "nqerr.h"
 
 namespace quillet {
 
@@ -57,7 +56,7 @@ public:
         for (KeywordDef* record : records) add(record);
     }
     // The record's name must not change afterwards: the index refers to it.
-    void add(KeywordDef* record) { first_.try_emplace(record->name, record); }
+    void add(KeywordDef* record) { first_.try_emplace(std::string_view(record->name), record); }
     KeywordDef* find(std::string_view name) const {
         auto found = first_.find(name);
         return found == first_.end() ? nullptr : found->second;

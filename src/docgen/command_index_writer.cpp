@@ -1,25 +1,15 @@
 #include "docgen/command_index_writer.h"
 
-#include <fstream>
-
-#include "nqerr.h"
-
 namespace quillet {
 
-bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& context) {
-    const char* const fileName = "Commands.fltoc";
-    std::ofstream out(context.outputPath(fileName), std::ios::binary);
-    if (!out) {
-        context.report.error("Error opening file: %s\n", fileName);
-        return false;
-    }
+bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& /*context*/, OutputFile& out) {
     // Only the entries: the documentation project places them inside its own
     // table of contents. Names go in unescaped.
     for (const KeywordDef* record : definitions.keywords) {
         if (record->noDocumentation) continue;
         out << "    <TocEntry\r\n"
-            << "      Title=\"" << record->name << "\"\r\n"
-            << "      Link=\"/Content/orrery_command_reference/" << record->name << ".html\" />\r\n";
+               "      Title=\"" << record->name << "\"\r\n"
+               "      Link=\"/Content/orrery_command_reference/" << record->name << ".html\" />\r\n";
     }
     return true;
 }

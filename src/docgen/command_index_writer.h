@@ -1,11 +1,15 @@
 #pragma once
 
+#include "codegen/output_file.h"
 #include "model/definition_set.h"
 #include "model/run_context.h"
 
 namespace quillet {
 
-// Writes Commands.fltoc, one table-of-contents entry per documented record.
-bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& context);
+inline constexpr const char* kCommandIndexFile = "Commands.fltoc";
+
+// One table-of-contents entry per documented record, in list order. Only
+// the open can fail, so the result is always true.
+bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& context, OutputFile& out);
 
 }  // namespace quillet

@@ -3,40 +3,38 @@
 #include <algorithm>
 #include <string>
 
+#include "codegen/unknown_type.h"
 #include "docgen/page_frame.h"
 #include "docgen/text_escape.h"
-#include "nqerr.h"
 
 namespace quillet {
 
 namespace {
 
-bool isDocumented(const OptionDef* option) { return !option->readOnly; }
+// The stream notation the topics have always shown: six significant digits,
+// the shorter of fixed and exponent form (0.5, 1e-07, 1e+08).
+constexpr const char* kDoubleFormat = "%g";
 
-bool reportUnknownType(const OptionDef& option, const RunContext& context) {
-    context.report.error("Unknown type: %d\n", typeNumber(option.type));
-    return false;
-}
+bool isDocumented(const OptionDef* option) { return !option->readOnly; }
 
 // The option's table, or null after reporting that there is none.
 const LookupTableDef* findOptionTable(const OptionDef& option, const DefinitionSet& definitions,
                                       const RunContext& context) {
     const LookupTableDef* table = definitions.findLookupTable(option.lookupTableName);
-    if (table == nullptr)
-        context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.data());
+    if (table == nullptr) context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.data());
     return table;
 }
 
 // The syntax line leaves out the first entry, which the valid values still
 // list; a table of fewer than two entries shows no names.
-void writeLookupChoices(std::ostream& out, const LookupTableDef& table) {
+void writeLookupChoices(OutputFile& out, const LookupTableDef& table) {
     for (std::size_t i = 1; i < table.names.size(); ++i) {
         if (i > 1) out << " | ";
         out << escapeText(table.names[i]);
     }
 }
 
-bool writeValuePlaceholder(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+bool writeValuePlaceholder(OutputFile& out, const OptionDef& option, const DefinitionSet& definitions,
                            const RunContext& context) {
     if (option.type) switch (*option.type) {
     case OptionType::NQ_STRING_TYPE: out << "&lt;text&gt;"; return true;
@@ -50,18 +48,18 @@ bool writeValuePlaceholder(std::ostream& out, const OptionDef& option, const Def
         }
         return true;
     }
-    return reportUnknownType(option, context);
+    return reportUnknownType(option.type, context);
 }
 
 // A table without entries writes nothing and leaves the row open.
-void writeLookupValues(std::ostream& out, const LookupTableDef& table) {
+void writeLookupNames(OutputFile& out, const LookupTableDef& table) {
     for (std::size_t i = 0; i < table.names.size(); ++i) {
-        out << "<span class=\"UserType\">" << escapeText(table.names[i]);
-        out << (i + 1 < table.names.size() ? "</span><br/>\r\n" : "</span></td></tr>\r\n");
+        out << "<span class=\"UserType\">" << escapeText(table.names[i])
+            << (i + 1 < table.names.size() ? "</span><br/>\r\n" : "</span></td></tr>\r\n");
     }
 }
 
-bool writeValidValues(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+bool writeValidValues(OutputFile& out, const OptionDef& option, const DefinitionSet& definitions,
                       const RunContext& context) {
     if (option.type) switch (*option.type) {
     case OptionType::NQ_STRING_TYPE: out << "text strings<br/></td></tr>\r\n"; return true;
@@ -73,43 +71,48 @@ bool writeValidValues(std::ostream& out, const OptionDef& option, const Definiti
         if (!option.hasLookupTable) {
             out << "integers<br/></td></tr>\r\n";
         } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
-            writeLookupValues(out, *table);
+            writeLookupNames(out, *table);
         }
         return true;
     }
-    return reportUnknownType(option, context);
+    return reportUnknownType(option.type, context);
 }
 
-template <typename Value>
-void writeDefaultLine(std::ostream& out, const Value& value) {
-    out << "<td valign=\"top\"><b>" << value << "</b><br/></td></tr>\r\n";
-}
+constexpr const char* kValueStart = "<td valign=\"top\"><b>";
+constexpr const char* kValueEnd = "</b><br/></td></tr>\r\n";
 
 // A default that cannot be named leaves its row open.
-bool writeDefaultRow(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+bool writeDefaultRow(OutputFile& out, const OptionDef& option, const DefinitionSet& definitions,
                      const RunContext& context) {
     out << "<tr align=\"left\"><td valign=\"top\">Default value: </td>\r\n";
     if (option.type) switch (*option.type) {
-    case OptionType::NQ_BOOL_TYPE: writeDefaultLine(out, option.boolDefault() ? "true" : "false"); return true;
-    case OptionType::NQ_DOUBLE_TYPE: writeDefaultLine(out, option.doubleDefault()); return true;
-    case OptionType::NQ_STRING_TYPE: writeDefaultLine(out, escapeText(option.stringDefault())); return true;
+    case OptionType::NQ_BOOL_TYPE:
+        out << kValueStart << (option.boolDefault() ? "true" : "false") << kValueEnd;
+        return true;
+    case OptionType::NQ_DOUBLE_TYPE:
+        out << kValueStart;
+        out.writeDouble(kDoubleFormat, option.doubleDefault());
+        out << kValueEnd;
+        return true;
+    case OptionType::NQ_STRING_TYPE: out << kValueStart << escapeText(option.stringDefault()) << kValueEnd; return true;
     case OptionType::NQ_INT_TYPE:
         if (!option.hasLookupTable) {
-            writeDefaultLine(out, option.intDefault());
+            out << kValueStart << option.intDefault() << kValueEnd;
         } else if (const LookupTableDef* table = findOptionTable(option, definitions, context)) {
+            // The entry name goes in unescaped.
             Text entryName;
             if (table->findNameByValue(option.intDefault(), entryName))
-                writeDefaultLine(out, entryName);
+                out << kValueStart << entryName << kValueEnd;
             else
                 context.report.error("Default value not in lookup table: '%s'\n", table->name.data());
         }
         return true;
     }
-    return reportUnknownType(option, context);
+    return reportUnknownType(option.type, context);
 }
 
 // Limits are shown as written, except on options tied to a lookup table.
-void writeLimitRows(std::ostream& out, const OptionDef& option) {
+void writeLimitRows(OutputFile& out, const OptionDef& option) {
     if (option.type == OptionType::NQ_INT_TYPE && option.hasLookupTable) return;
     if (option.hasMinimum)
         out << "<tr align=\"left\"><td valign=\"top\">Minimum: </td><td valign=\"top\">"
@@ -119,7 +122,7 @@ void writeLimitRows(std::ostream& out, const OptionDef& option) {
             << escapeText(option.maximumText) << "<br/></td></tr>\r\n";
 }
 
-bool writeOptionEntry(std::ostream& out, const OptionDef& option, const DefinitionSet& definitions,
+bool writeOptionEntry(OutputFile& out, const OptionDef& option, const DefinitionSet& definitions,
                       const RunContext& context) {
     out << "<dt><i>" << escapeText(option.name) << "</i></dt><br/>\r\n"
         << "<dd>" << escapeText(option.description) << "</dd><br/>\r\n"
@@ -131,7 +134,7 @@ bool writeOptionEntry(std::ostream& out, const OptionDef& option, const Definiti
     return true;
 }
 
-bool writeOptionList(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
+bool writeOptionList(OutputFile& out, const KeywordDef& keyword, const DefinitionSet& definitions,
                      const RunContext& context) {
     if (std::none_of(keyword.options.begin(), keyword.options.end(), isDocumented)) return true;
     out << "<p>Options:</p>\r\n<dl>\r\n";
@@ -141,19 +144,18 @@ bool writeOptionList(std::ostream& out, const KeywordDef& keyword, const Definit
     return true;
 }
 
-// A description without a synopsis is not shown.
-void writeOperands(std::ostream& out, const KeywordDef& keyword) {
-    const std::string synopsis = escapeText(keyword.operandSynopsis);
-    if (synopsis.empty()) return;
-    out << "<p>Operands:</p>\r\n<p>" << synopsis << "</p>\r\n";
-    const std::string description = escapeText(keyword.operandDescription);
-    if (!description.empty()) out << "<p>" << description << "</p>\r\n";
+// A description without a synopsis is not shown. (Escaping never empties a
+// text, so the raw texts decide.)
+void writeOperands(OutputFile& out, const KeywordDef& keyword) {
+    if (keyword.operandSynopsis.empty()) return;
+    out << "<p>Operands:</p>\r\n<p>" << escapeText(keyword.operandSynopsis) << "</p>\r\n";
+    if (!keyword.operandDescription.empty()) out << "<p>" << escapeText(keyword.operandDescription) << "</p>\r\n";
 }
 
 }  // namespace
 
-bool writeSyntax(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
-                 const RunContext& context) {
+bool writeSyntax(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& keyword,
+                 OutputFile& out) {
     out << "<p>Syntax: <b>" << escapeText(keyword.name) << "</b> ";
     for (const OptionDef* option : keyword.options) {
         if (!isDocumented(option)) continue;
@@ -166,8 +168,8 @@ bool writeSyntax(std::ostream& out, const KeywordDef& keyword, const DefinitionS
     return true;
 }
 
-bool writeOptionDetails(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
-                        const RunContext& context) {
+bool writeOptionDetails(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& keyword,
+                        OutputFile& out) {
     if (!writeOptionList(out, keyword, definitions, context)) return false;
     writeOperands(out, keyword);
     if (!keyword.aliases.empty()) {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <ostream>
-
+#include "codegen/output_file.h"
 #include "model/definition_set.h"
 #include "model/keyword_def.h"
 #include "model/run_context.h"
@@ -15,11 +14,11 @@ namespace quillet {
 // skipped.
 
 // Opens the syntax paragraph and leaves it open for the caller to close.
-bool writeSyntax(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
-                 const RunContext& context);
+bool writeSyntax(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& keyword,
+                 OutputFile& out);
 
 // The options list, the operands and the aliases.
-bool writeOptionDetails(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
-                        const RunContext& context);
+bool writeOptionDetails(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& keyword,
+                        OutputFile& out);
 
 }  // namespace quillet

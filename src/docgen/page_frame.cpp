@@ -7,7 +7,7 @@
 
 namespace quillet {
 
-void writePageHead(std::ostream& out, std::string_view title) {
+void writePageHead(OutputFile& out, std::string_view title) {
     out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n"
            "<html xmlns:MadCap=\"http://www.madcapsoftware.com/Schemas/MadCap.xsd\" >\r\n"
            "  <head>\r\n"
@@ -21,7 +21,7 @@ void writePageHead(std::ostream& out, std::string_view title) {
            "  <MadCap:concept term=\"Orrery\"/>\r\n";
 }
 
-void writeNavigationTable(std::ostream& out) {
+void writeNavigationTable(OutputFile& out) {
     out << "    <table class=\"NavLink\" MadCap:conditions=\"Default.ScreenOnly\">\r\n"
            "      <tr class=\"NavLink\">\r\n"
            "        <td class=\"NavLeft\">\r\n"
@@ -40,14 +40,16 @@ void writeNavigationTable(std::ostream& out) {
            "    </table>\r\n";
 }
 
-void writePageFoot(std::ostream& out) { out << "  </body>\r\n</html>\r\n"; }
+void writePageFoot(OutputFile& out) { out << "  </body>\r\n</html>\r\n"; }
 
-void writeAliasLinks(std::ostream& out, const KeywordDef& record) {
+void writeAliasLinks(OutputFile& out, const KeywordDef& record) {
     // Each list is written only in its own record's topic, so ordering a copy
     // keeps the model read-only without changing any output.
     std::vector<const KeywordDef*> sorted(record.aliases.begin(), record.aliases.end());
     std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const KeywordDef* a, const KeywordDef* b) { return a->name < b->name; });
+                     [](const KeywordDef* a, const KeywordDef* b) {
+                         return std::string_view(a->name) < std::string_view(b->name);
+                     });
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         const std::string name = escapeText(sorted[i]->name);
         out << "<a href=\"" << name << ".html\">" << name << "</a>";

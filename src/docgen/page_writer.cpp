@@ -1,55 +1,48 @@
 #include "docgen/page_writer.h"
 
-#include <fstream>
-#include <locale>
 #include <string>
+#include <string_view>
 
 #include "docgen/page_body.h"
 #include "docgen/page_frame.h"
 #include "docgen/text_escape.h"
-#include "nqerr.h"
 
 namespace quillet {
 
 namespace {
 
-void writeAliasTopicBody(std::ostream& out, const KeywordDef& alias) {
+void writeAliasTopicBody(OutputFile& out, const KeywordDef& alias) {
     out << "<p>This is a standard alias for ";
     writeAliasLinks(out, alias);
     out << ".</p>\r\n";
 }
 
-bool writeKeywordTopicBody(std::ostream& out, const KeywordDef& keyword, const DefinitionSet& definitions,
-                           const RunContext& context) {
+bool writeKeywordTopicBody(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& keyword,
+                           OutputFile& out) {
     out << "<p>" << escapeText(keyword.description) << "</p>\r\n";
-    if (!writeSyntax(out, keyword, definitions, context)) {
+    if (!writeSyntax(definitions, context, keyword, out)) {
         context.report.error("Error writing keyword syntax for %s", keyword.name.data());
         return false;
     }
     out << "</p>\r\n";
-    if (!writeOptionDetails(out, keyword, definitions, context)) {
+    if (!writeOptionDetails(definitions, context, keyword, out)) {
         context.report.error("Error writing option details for %s", keyword.name.data());
         return false;
     }
     return true;
 }
 
-// A failed topic keeps what was written so far.
-bool writeTopic(const KeywordDef& record, const DefinitionSet& definitions, const RunContext& context) {
-    const std::string fileName = std::string(record.name.view()) + ".html";
-    std::ofstream out(context.outputPath(fileName), std::ios::binary);
-    if (!out) {
-        context.report.error("Error opening file: %s\n", fileName.c_str());
-        return false;
-    }
-    out.imbue(std::locale::classic());
+}  // namespace
+
+bool writeTopic(const DefinitionSet& definitions, const RunContext& context, const KeywordDef& record,
+                OutputFile& out) {
     // The title and heading take the name raw; only the body escapes.
     writePageHead(out, record.name);
     writeNavigationTable(out);
     out << "<h1 class=\"title\">" << record.name << "</h1>\r\n";
     if (record.isAlias) {
         writeAliasTopicBody(out, record);
-    } else if (!writeKeywordTopicBody(out, record, definitions, context)) {
+    } else if (!writeKeywordTopicBody(definitions, context, record, out)) {
         return false;
     }
     writeNavigationTable(out);
@@ -57,12 +50,14 @@ bool writeTopic(const KeywordDef& record, const DefinitionSet& definitions, cons
     return true;
 }
 
-}  // namespace
-
 bool writeCommandPages(const DefinitionSet& definitions, const RunContext& context) {
+    // One buffer serves every topic; each is closed when the next is opened.
+    OutputFile out;
+    std::string fileName;
     for (const KeywordDef* record : definitions.keywords) {
         if (record->noDocumentation) continue;
-        if (!writeTopic(*record, definitions, context)) return false;
+        fileName.assign(std::string_view(record->name)).append(".html");
+        if (!openOutputFile(out, context, fileName) || !writeTopic(definitions, context, *record, out)) return false;
     }
     return true;
 }

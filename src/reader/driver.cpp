@@ -1,8 +1,10 @@
 #include "reader/driver.h"
 
 
+#include "codegen/id_definitions_writer.h"
 #include "codegen/id_header_writer.h"
-#include "codegen/source_writer.h"
+#include "codegen/init_source_writer.h"
+#include "codegen/output_file.h"
 #include "docgen/alias_reader.h"
 #include "docgen/command_index_writer.h"
 #include "docgen/page_writer.h"
@@ -67,15 +69,24 @@ int readDefinition(DefinitionSet& definitions, RunContext& context, LineReader& 
 }
 
 int writeSources(const DefinitionSet& definitions, const RunContext& context) {
-    if (!writeIdHeader(definitions, context)) return fatal(context, "Error with writing ID file\n");
-    if (!writeSourceFiles(definitions, context)) return fatal(context, "Error with writing code file\n");
+    // Each file is closed when the next is opened; one that failed keeps what
+    // was written, and the files after it are not touched.
+    OutputFile out;
+    if (!openOutputFile(out, context, kIdHeaderFile) || !writeIdHeader(definitions, context, out))
+        return fatal(context, "Error with writing ID file\n");
+    if (!openOutputFile(out, context, kIdDefinitionsFile) || !writeIdDefinitions(definitions, context, out) ||
+        !openOutputFile(out, context, kInitSourceFile) || !writeInitSource(definitions, context, out))
+        return fatal(context, "Error with writing code file\n");
     return 0;
 }
 
 int writeReference(DefinitionSet& definitions, const RunContext& context) {
     if (!readAliasFile(definitions, context)) return fatal(context, "Error processing alias file\n");
     definitions.sortForDocumentation();
-    if (!writeCommandIndex(definitions, context)) return fatal(context, "Error writing command index\n");
+    OutputFile index;
+    if (!openOutputFile(index, context, kCommandIndexFile) || !writeCommandIndex(definitions, context, index))
+        return fatal(context, "Error writing command index\n");
+    index.close();
     if (!writeCommandPages(definitions, context)) return fatal(context, "Error writing command html\n");
     return 0;
 }

@@ -72,7 +72,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     defineKeywords(definitions);
     if (readAliasFile(definitions, context) && namesStayInside(definitions)) {
         definitions.sortForDocumentation();
-        if (!writeCommandIndex(definitions, context)) std::abort();
+        OutputFile index;
+        if (!openOutputFile(index, context, kCommandIndexFile) || !writeCommandIndex(definitions, context, index))
+            std::abort();
+        index.close();
         writeCommandPages(definitions, context);
         fuzz::emptyDirectory(context.outputDir);
     }
