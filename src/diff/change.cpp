@@ -39,7 +39,7 @@ std::optional<std::string_view> wordFor(const Change& change, std::string_view p
 }  // namespace
 
 std::string describe(const Change& change, const std::function<std::string(std::string_view)>& quote) {
-    const std::string_view message = ruleSpec(change.rule).message;
+    const std::string_view message = ruleInfo(change.rule).message;
     std::string text;
     std::size_t at = 0;
     while (at < message.size()) {

@@ -27,7 +27,7 @@ struct Change {
     std::optional<int> oldLine{};
     std::optional<int> newLine{};
 
-    Category category() const { return ruleSpec(rule).category; }
+    Category category() const { return ruleInfo(rule).category; }
 };
 
 // Two unrelated big definitions differ in millions of places: the list

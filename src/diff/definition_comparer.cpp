@@ -11,9 +11,9 @@ namespace quillet::diff {
 
 namespace {
 
-constexpr const DirectiveSpec& directiveSpec(Directive directive) {
-    for (const DirectiveSpec& spec : kDirectives)
-        if (spec.directive == directive) return spec;
+constexpr const DirectiveSpec& directiveRow(Directive directive) {
+    for (const DirectiveSpec& row : kDirectives)
+        if (row.directive == directive) return row;
     return kDirectives[0];
 }
 
@@ -143,9 +143,9 @@ void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& 
             keywordChange(text.changed, &oldKeyword, &newKeyword, keepQuoted(oldKeyword.*text.text),
                           keepQuoted(newKeyword.*text.text));
     for (const FlagRules& flag : kKeywordFlags) {
-        const DirectiveSpec& spec = directiveSpec(flag.directive);
-        const bool before = oldKeyword.*spec.keywordFlag == spec.flagValue;
-        const bool after = newKeyword.*spec.keywordFlag == spec.flagValue;
+        const DirectiveSpec& row = directiveRow(flag.directive);
+        const bool before = oldKeyword.*row.keywordFlag == row.flagValue;
+        const bool after = newKeyword.*row.keywordFlag == row.flagValue;
         if (before != after) keywordChange(after ? flag.added : flag.removed, &oldKeyword, &newKeyword);
     }
     if (oldKeyword.operandsAreModelName && newKeyword.operandsAreModelName &&

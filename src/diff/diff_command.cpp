@@ -16,6 +16,7 @@ struct Settings {
     std::string failOn = "breaking";
     std::string aliasesOld;
     std::string aliasesNew;
+    CLI::Option* aliasesGiven = nullptr;
     std::string oldPath;
     std::string newPath;
 };
@@ -29,6 +30,7 @@ void describeCommandLine(CLI::App& app, Settings& settings) {
         app.add_option("--aliases-new", settings.aliasesNew, "Aliases file that goes with NEW");
     aliasesOld->needs(aliasesNew);
     aliasesNew->needs(aliasesOld);
+    settings.aliasesGiven = aliasesOld;
     app.add_option("--fail-on", settings.failOn,
                    "Exit with status 1 on breaking changes (the default), on breaking or behaviour changes, or none")
         ->check(CLI::IsMember({"breaking", "behaviour", "none"}));
@@ -53,7 +55,7 @@ bool load(const Settings& settings, DefinitionSet& oldSet, DefinitionSet& newSet
     std::thread oldReader([&] { oldError = loadDefinition(settings.oldPath, oldSet); });
     std::optional<Diagnostic> newError = loadDefinition(settings.newPath, newSet);
     oldReader.join();
-    if (!settings.aliasesOld.empty()) {
+    if (settings.aliasesGiven->count() > 0) {
         if (!oldError) oldError = loadAliases(settings.aliasesOld, oldSet);
         if (!newError) newError = loadAliases(settings.aliasesNew, newSet);
     }

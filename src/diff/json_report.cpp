@@ -21,7 +21,7 @@ void writeJsonReport(std::ostream& out, const ChangeList& changes) {
         const Change& change = *entry;
         list.push_back(Json{
             {"category", categoryName(change.category())},
-            {"rule", ruleSpec(change.rule).name},
+            {"rule", ruleInfo(change.rule).name},
             {"keyword", change.keyword.view()},
             {"option", orNull(change.option)},
             {"old", orNull(change.oldValue)},

@@ -78,7 +78,7 @@ enum class Rule : std::uint8_t {
 
 // `message` is a sentence in which {keyword}, {option}, {old} and {new}
 // stand for the change's own words.
-struct RuleSpec {
+struct RuleInfo {
     Rule rule;
     std::string_view name;
     Category category;
@@ -94,7 +94,7 @@ constexpr Category kCompatible = Category::Compatible;
 
 inline constexpr auto kRules = [] {
     using namespace rules;
-    return std::array<RuleSpec, 53>{{
+    return std::array<RuleInfo, 53>{{
         {R::KEYWORD_REMOVED, "KEYWORD_REMOVED", kBreaking, "Command {keyword} was removed"},
         {R::OPTION_REMOVED, "OPTION_REMOVED", kBreaking, "Option {option} of {keyword} was removed"},
         {R::OPTION_TYPE_CHANGED, "OPTION_TYPE_CHANGED", kBreaking,
@@ -198,7 +198,7 @@ static_assert([] {
     return true;
 }());
 
-inline const RuleSpec& ruleSpec(Rule rule) { return kRules[static_cast<std::size_t>(rule)]; }
+inline const RuleInfo& ruleInfo(Rule rule) { return kRules[static_cast<std::size_t>(rule)]; }
 
 // The rule's place in the byte-wise order of the rule names, as reports
 // sort the changes of one keyword or option.

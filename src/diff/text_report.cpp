@@ -27,7 +27,7 @@ void writeTextReport(std::ostream& out, const ChangeList& changes, const std::st
         line += categoryName(change.category());
         if (colour) line += "\033[0m";
         line += ' ';
-        line += ruleSpec(change.rule).name;
+        line += ruleInfo(change.rule).name;
         line += ' ';
         line += change.keyword.view();
         if (change.option) line.append(1, '.').append(change.option->view());

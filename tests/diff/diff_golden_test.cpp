@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, DiffCase, ::testing::ValuesIn(findCases()), case
 TEST(DiffRules, HaveACaseAndDocumentation) {
     const std::string manPage = readOr(fs::path(DOCS_DIR) / "quillet-diff.1", "");
     const std::string guide = readOr(fs::path(DOCS_DIR) / "definition-language.md", "");
-    for (const quillet::diff::RuleSpec& rule : quillet::diff::kRules) {
+    for (const quillet::diff::RuleInfo& rule : quillet::diff::kRules) {
         std::string caseDir(rule.name);
         std::transform(caseDir.begin(), caseDir.end(), caseDir.begin(), [](unsigned char c) { return std::tolower(c); });
         EXPECT_TRUE(fs::exists(fs::path(DIFF_CASES_DIR) / caseDir)) << rule.name;

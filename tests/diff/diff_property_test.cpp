@@ -133,7 +133,7 @@ using Key = std::tuple<std::string, std::string, std::string, std::string, std::
 std::string text(const std::optional<Text>& value) { return value ? "=" + std::string(value->view()) : "none"; }
 
 Key keyOf(const Change& change, bool inverted) {
-    const std::string name(ruleSpec(change.rule).name);
+    const std::string name(ruleInfo(change.rule).name);
     const std::string option = text(change.option);
     if (!inverted)
         return {name, std::string(change.keyword.view()), option, text(change.oldValue), text(change.newValue),
@@ -163,7 +163,7 @@ TEST(DiffProperty, SelfComparisonIsEmptyAndSwappingInvertsEveryChange) {
         EXPECT_TRUE(compareDefinitions(b, b, values).empty()) << "seed " << seed;
         const ChangeList forward = compareDefinitions(a, b, values);
         EXPECT_EQ(keysOf(forward, false), keysOf(compareDefinitions(b, a, values), true)) << "seed " << seed;
-        for (const Change& change : forward) rulesSeen.insert(std::string(ruleSpec(change.rule).name));
+        for (const Change& change : forward) rulesSeen.insert(std::string(ruleInfo(change.rule).name));
     }
     fs::remove_all(dir);
     // Otherwise the properties might hold for want of changes.
