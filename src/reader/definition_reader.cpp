@@ -166,7 +166,10 @@ void DefinitionReader::closeKeyword() {
 bool DefinitionReader::enter(const DirectiveSpec* next, int line) {
     if (!checkPreviousDirective()) return refuse(Refusal::DirectiveInForce);
     const bool skipped = next != nullptr && setAside(next->needs);
-    if (next != nullptr && !skipped && !arrived_ && !applyOnArrival(*next)) return refuse(Refusal::Directive);
+    if (next != nullptr && !skipped && !arrived_ && !applyOnArrival(*next)) {
+        refusedDirective_ = next;
+        return refuse(Refusal::Directive);
+    }
     if (!checkLeaving()) {
         arrived_ = true;
         return refuse(Refusal::Leaving);
@@ -259,7 +262,7 @@ void DefinitionReader::recover(const DirectiveSpec* readAs) {
         readAs_ = readAs;
         break;
     case Refusal::Directive:
-        setAsideMissing(findDirective(nqtoken_get_token(tokens_, word_))->needs);
+        setAsideMissing(refusedDirective_->needs);
         ++word_;
         break;
     case Refusal::DirectiveInForce:

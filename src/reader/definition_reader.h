@@ -106,6 +106,7 @@ private:
     Needs setAside_ = Needs::Nothing;  // records the directives needing them skip silently
     bool arrived_ = false;             // the directive to retry was applied already
     const DirectiveSpec* readAs_ = nullptr;  // what the next word is to be taken for
+    const DirectiveSpec* refusedDirective_ = nullptr;
 
     const DirectiveSpec* mode_ = nullptr;  // the directive in force; none before the first
     KeywordDef* keyword_ = nullptr;        // none before the first KEYWORD:
