@@ -19,12 +19,13 @@ bool isSummaryLine(std::string_view text) {
            text.starts_with("Currently processing ");
 }
 
-// The message without its line ends and trailing blanks; a message of two
-// lines becomes one.
+// The message without its line ends and its blanks at either end; a message
+// of two lines becomes one.
 std::string tidy(std::string_view text) {
     std::string tidied;
     for (char c : text)
         if (c != '\n') tidied.push_back(c);
+    tidied.erase(0, tidied.find_first_not_of(' '));
     while (!tidied.empty() && tidied.back() == ' ') tidied.pop_back();
     return tidied;
 }
@@ -96,8 +97,13 @@ void DefinitionLinter::read(LineReader& lines) {
         checkLineEnd(line, ++number);
         bool read = reader.readLine(line, number);
         while (!read) {
+            // A refused word that misspells a directive is read as that
+            // directive, so that what follows it is not misread too.
+            const DirectiveSpec* readAs = nullptr;
+            if (reader.refusal() == Refusal::Word)
+                if (auto directive = misspeltDirective(pending_.text)) readAs = findDirective(*directive);
             refused(reader.refusal(), &line, number);
-            reader.recover();
+            reader.recover(readAs);
             read = reader.readRestOfLine();
         }
         settle();

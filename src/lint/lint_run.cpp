@@ -6,12 +6,9 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <iostream>
-#include <iterator>
+#include <ostream>
 #include <limits>
 #include <optional>
-#include <sstream>
 #include <unordered_set>
 
 #include "lint/alias_check.h"
@@ -41,8 +38,8 @@ void cannotRead(std::ostream& err, const std::string& path, int error) {
     err << "quillet-lint: error: cannot read '" << path << "': " << std::strerror(error) << "\n";
 }
 
-// A regular file (or pipe) opened for reading, or -1 after reporting why not.
-int openInput(const std::string& path, std::ostream& err) {
+// A file opened for reading, or -1 after reporting why not.
+int openInput(const std::string& path, bool& regular, std::ostream& err) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status {};
     if (fd < 0 || ::fstat(fd, &status) != 0) {
@@ -55,15 +52,14 @@ int openInput(const std::string& path, std::ostream& err) {
         ::close(fd);
         return -1;
     }
+    regular = S_ISREG(status.st_mode);
     return fd;
 }
 
-std::optional<std::string> readWhole(const std::string& path, std::ostream& err) {
-    const FileDescriptor fd(openInput(path, err));
-    if (fd.get() < 0) return std::nullopt;
+std::optional<std::string> readWhole(int fd, const std::string& path, std::ostream& err) {
     std::string content;
     char block[1 << 16];
-    for (ssize_t count; (count = ::read(fd.get(), block, sizeof block)) != 0;) {
+    for (ssize_t count; (count = ::read(fd, block, sizeof block)) != 0;) {
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) {
             cannotRead(err, path, errno);
@@ -74,22 +70,32 @@ std::optional<std::string> readWhole(const std::string& path, std::ostream& err)
     return content;
 }
 
-// Lints one definition; a file is read as a stream, standard input is kept
-// to show its lines later.
+std::optional<std::string> readWhole(const std::string& path, std::ostream& err) {
+    bool regular = false;
+    const FileDescriptor fd(openInput(path, regular, err));
+    if (fd.get() < 0) return std::nullopt;
+    return readWhole(fd.get(), path, err);
+}
+
+// Lints one definition. A regular file is read as a stream and read again
+// for the lines shown; standard input and pipes are kept.
 std::optional<FileReport> lintFile(const std::string& file, std::size_t maxErrors,
                                    std::unordered_set<std::string>* keywords, std::ostream& err) {
     FileReport report;
+    report.name = file == "-" ? "<stdin>" : file;
+    bool regular = false;
+    const FileDescriptor fd(file == "-" ? ::dup(STDIN_FILENO) : openInput(file, regular, err));
+    if (fd.get() < 0) return std::nullopt;
     DefinitionLinter linter(maxErrors == 0 ? std::numeric_limits<std::size_t>::max() : maxErrors);
-    if (file == "-") {
-        report.name = "<stdin>";
-        report.content.assign(std::istreambuf_iterator<char>(std::cin), {});
-        LineReader lines(report.content);
+    if (regular) {
+        report.path = file;
+        LineReader lines(fd.get());
         linter.read(lines);
     } else {
-        report.name = report.path = file;
-        const FileDescriptor fd(openInput(file, err));
-        if (fd.get() < 0) return std::nullopt;
-        LineReader lines(fd.get());
+        std::optional<std::string> content = readWhole(fd.get(), report.name, err);
+        if (!content) return std::nullopt;
+        report.content = std::move(*content);
+        LineReader lines(report.content);
         linter.read(lines);
     }
     report.diagnostics = linter.takeDiagnostics();

@@ -1,5 +1,7 @@
 #include "reader/definition_reader.h"
 
+#include <utility>
+
 namespace quillet {
 
 namespace {
@@ -36,8 +38,14 @@ bool DefinitionReader::readLine(const Line& line, int lineNumber) {
 bool DefinitionReader::readRestOfLine() { return readWords(); }
 
 bool DefinitionReader::readWords() {
-    for (int index = word_; index < words_; ++index) {
-        if (!handleWord(index, lineNumber_)) {
+    int index = word_;
+    // After recover(), the refused word may be taken for a directive.
+    if (readAs_ != nullptr && !handleWord(index++, lineNumber_, std::exchange(readAs_, nullptr))) {
+        word_ = index - 1;
+        return false;
+    }
+    for (; index < words_; ++index) {
+        if (!handleWord(index, lineNumber_, nullptr)) {
             word_ = index;
             return false;
         }
@@ -45,10 +53,10 @@ bool DefinitionReader::readWords() {
     return true;
 }
 
-bool DefinitionReader::handleWord(int index, int lineNumber) {
+bool DefinitionReader::handleWord(int index, int lineNumber, const DirectiveSpec* readAs) {
     const char* word = nqtoken_get_token(tokens_, index);
     report_.setPosition({lineNumber, nqtoken_get_offset(tokens_, index) + 1});
-    const DirectiveSpec* spec = findDirective(word);
+    const DirectiveSpec* spec = readAs != nullptr ? readAs : findDirective(word);
     if (observer_ != nullptr) showWord(word, spec);
     if (spec != nullptr) {
         report_.progress("Changing mode, new Mode = %s (enum=%d)\n", word, static_cast<int>(spec->directive));
@@ -161,7 +169,10 @@ void DefinitionReader::closeKeyword() {
 bool DefinitionReader::enter(const DirectiveSpec* next, int line) {
     if (!checkPreviousDirective()) return refuse(Refusal::DirectiveInForce);
     const bool skipped = next != nullptr && setAside(next->needs);
-    if (next != nullptr && !skipped && !arrived_ && !applyOnArrival(*next)) return refuse(Refusal::Directive);
+    if (next != nullptr && !skipped && !arrived_ && !applyOnArrival(*next)) {
+        refusedDirective_ = next;
+        return refuse(Refusal::Directive);
+    }
     if (!checkLeaving()) {
         arrived_ = true;
         return refuse(Refusal::Leaving);
@@ -236,11 +247,11 @@ WordRole DefinitionReader::nextRole() const {
     return WordRole::Unused;
 }
 
-void DefinitionReader::recover() {
+void DefinitionReader::recover(const DirectiveSpec* readAs) {
     switch (refusal_) {
     case Refusal::Line: break;
     case Refusal::Word:
-        if (is(mode_, Directive::LOOKUP) && lookupTable_ != nullptr) {
+        if (readAs == nullptr && is(mode_, Directive::LOOKUP) && lookupTable_ != nullptr) {
             // A refused entry ID (kept before it was refused) still holds
             // its place in the triple; a refused value drops its entry.
             if (arguments_ != 1) arguments_ = 0;
@@ -249,10 +260,11 @@ void DefinitionReader::recover() {
         }
         if (is(mode_, Directive::OPTION) && !option_->type) setAside_ = Needs::KeywordAndOption;
         setAsideMissing(mode_->needs);
-        ++word_;
+        if (readAs == nullptr) ++word_;
+        readAs_ = readAs;
         break;
     case Refusal::Directive:
-        setAsideMissing(findDirective(nqtoken_get_token(tokens_, word_))->needs);
+        setAsideMissing(refusedDirective_->needs);
         ++word_;
         break;
     case Refusal::DirectiveInForce:

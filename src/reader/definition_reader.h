@@ -55,7 +55,9 @@ public:
     // it are skipped silently until the next KEYWORD: or OPTION: replaces it.
     // A lookup table goes on with its next entry instead. A directive refused
     // only because the one in force was incomplete is entered on the retry.
-    void recover();
+    // `readAs`, for a refused argument: the directive it is to be taken for
+    // (the linter's reading of a misspelt directive word).
+    void recover(const DirectiveSpec* readAs = nullptr);
     // Goes on with the words of the line after a refusal and recover().
     bool readRestOfLine();
 
@@ -66,7 +68,7 @@ public:
 
 private:
     bool readWords();
-    bool handleWord(int index, int lineNumber);
+    bool handleWord(int index, int lineNumber, const DirectiveSpec* readAs);
     [[gnu::noinline]] void showWord(const char* word, const DirectiveSpec* spec);
     WordRole nextRole() const;
     bool refuse(Refusal refusal);
@@ -105,6 +107,8 @@ private:
     Refusal refusal_ = Refusal::Word;
     Needs setAside_ = Needs::Nothing;  // records the directives needing them skip silently
     bool arrived_ = false;             // the directive to retry was applied already
+    const DirectiveSpec* readAs_ = nullptr;  // what the next word is to be taken for
+    const DirectiveSpec* refusedDirective_ = nullptr;
 
     const DirectiveSpec* mode_ = nullptr;  // the directive in force; none before the first
     KeywordDef* keyword_ = nullptr;        // none before the first KEYWORD:
