@@ -1,6 +1,7 @@
 #include "lint/alias_check.h"
 
 #include <optional>
+#include <utility>
 
 #include "lint/quoting.h"
 
@@ -102,7 +103,7 @@ std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_se
     WordScanner scanner(content);
     // The alias word keeps its last value when the file ends inside a group.
     std::string_view alias;
-    bool misread = false;  // since a group not read as its line suggests
+    bool misread = false;  // the group before was not read as its line suggests
     while (std::optional<Word> first = scanner.next()) {
         if (first->text.front() == '#') {
             if (scanner.skipComment()) continue;
@@ -120,32 +121,33 @@ std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_se
             if (word && word->cut)
                 found.push_back(layout(word->position, "word longer than 512 characters: quillet reads it as "
                                                        "several words"));
-        bool groupMisread = false;
+        // A group reported as misread is not checked further.
+        bool reported = true;
+        const bool wasMisread = std::exchange(misread, false);
         if (!third) {
             found.push_back(layout(first->position,
                                    "the file ends inside an alias group: quillet still makes the alias " +
                                        quoted(alias) + " of " + quoted(keyword.text)));
-            groupMisread = true;
         } else if (second->text.front() == '#' || third->text.front() == '#') {
             const Word& hash = second->text.front() == '#' ? *second : *third;
             found.push_back(layout(hash.position, quoted(hash.text) + " is read as an alias or keyword, not as a "
                                                   "comment: only the first word of a group starts a comment"));
-            groupMisread = true;
         } else if (std::string why = misreadGroup(*first, *second, *third, scanner); !why.empty()) {
-            if (!misread)
+            misread = true;
+            if (!wasMisread)
                 found.push_back(layout(first->position, why + ": quillet reads the file in groups of three words "
                                                               "whatever the line ends"));
-            groupMisread = true;
+        } else {
+            reported = false;
         }
 
         keywords.insert(std::string(alias));  // an alias may name itself, and later ones may name it
-        if (!groupMisread && !keywords.contains(std::string(keyword.text)))
+        if (!reported && !keywords.contains(std::string(keyword.text)))
             found.push_back({Severity::Warning, findRule("alias-unknown-keyword"), keyword.position,
                              "alias " + quoted(alias) + " stands for " + quoted(keyword.text) +
                                  ", which is no keyword of the definition nor an alias before it: quillet -html "
                                  "fails here",
                              {}});
-        misread = groupMisread;
     }
     return found;
 }

@@ -163,6 +163,8 @@ void DefinitionLinter::accepted(const WordEvent& event) {
     if (event.directive != nullptr) {
         inForceAt_ = event.position;
         if (event.directive->directive == Directive::KEYWORD) optionNames_.clear();
+        if (event.directive->secondUseRefusal != nullptr)
+            onceGivenAt_[static_cast<std::size_t>(event.directive->directive)] = event.position;
         return;
     }
     checkWord(event);
@@ -262,6 +264,9 @@ void DefinitionLinter::notesForRefusedWord(Diagnostic& error, Refusal refusal) {
     if ((refusal == Refusal::DirectiveInForce || refusal == Refusal::Leaving) && midFile)
         error.notes.push_back({inForceAt_, code(reader_->directiveInForce()->word) + " is given here"});
     if (isRangeLine(error.message)) error.notes.push_back({open_.defaultAt, "the default is given here"});
+    if (refusal == Refusal::Directive && error.rule == findRule("once-per-file"))
+        error.notes.push_back({onceGivenAt_[static_cast<std::size_t>(pending_.directive->directive)],
+                               "first given here"});
     if (!midFile || pending_.directive != nullptr) return;
     if (error.rule == findRule("duplicate-name")) {
         const NamePositions& names = pending_.role == WordRole::KeywordName  ? keywordNames_

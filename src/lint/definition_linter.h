@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -80,6 +81,7 @@ private:
     NamePositions optionNames_;  // of the keyword in force
     NamePositions ids_;          // IDs and table names alike
     Position entryIdAt_;         // of the lookup entry being read
+    std::array<Position, 29> onceGivenAt_{};  // by directive number: KEY_IS_DELETE: and KEY_IS_RENAME:
 
     OpenOption open_;
     std::unordered_set<std::string_view> usedTables_;

@@ -103,12 +103,12 @@ private:
     int word_ = 0;   // of the line, the one being read
     int words_ = 0;  // of the line
 
-    // Only a linter's recovery changes these.
+    // The last refusal, for recover(); the state after it only recovery sets.
     Refusal refusal_ = Refusal::Word;
-    Needs setAside_ = Needs::Nothing;  // records the directives needing them skip silently
-    bool arrived_ = false;             // the directive to retry was applied already
+    const DirectiveSpec* refusedDirective_ = nullptr;  // refused on arrival
+    Needs setAside_ = Needs::Nothing;        // records the directives needing them skip silently
+    bool arrived_ = false;                   // the directive to retry was applied already
     const DirectiveSpec* readAs_ = nullptr;  // what the next word is to be taken for
-    const DirectiveSpec* refusedDirective_ = nullptr;
 
     const DirectiveSpec* mode_ = nullptr;  // the directive in force; none before the first
     KeywordDef* keyword_ = nullptr;        // none before the first KEYWORD:

@@ -17,7 +17,7 @@ if(status EQUAL 0)
   message(FATAL_ERROR "the step succeeded on ${BAD}:\n${log}")
 endif()
 foreach(expected "input.def:5:26: error: Value could not be parsed" "input.def:22:1: error: The KEYWORD: command"
-                 "7 errors, 0 warnings" "quillet-lint found problems")
+                 "8 errors, 0 warnings" "quillet-lint found problems")
   string(FIND "${log}" "${expected}" found)
   if(found EQUAL -1)
     message(FATAL_ERROR "'${expected}' missing from the log:\n${log}")

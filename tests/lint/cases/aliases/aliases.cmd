@@ -6,4 +6,5 @@ alias y   remove
 alias z   #quit
 alias q   quit    # a trailing comment after a whole group is fine
 alias bye quit now
-alias exit
+alias end
+alias stop
