@@ -35,15 +35,15 @@ Setup& setup() {
 void defineKeywords(DefinitionSet& definitions) {
     for (const char* name : {"delete", "a", "help", "b"}) {
         KeywordDef* keyword = definitions.newKeyword();
-        keyword->name = name;
-        keyword->id = std::string(name) + "_KWD";
-        keyword->appendDescription("Does <things> & ''more''");
+        keyword->name = definitions.keep(name);
+        keyword->id = definitions.keep(std::string(name) + "_KWD");
+        keyword->description = definitions.keep("Does <things> & ''more''");
         OptionDef* option = definitions.newOption();
-        option->name = "all";
+        option->name = definitions.keep("all");
         option->type = OptionType::NQ_BOOL_TYPE;
-        option->defaultValue = true;
+        option->defaultValue.boolValue = true;
         option->hasDefault = true;
-        keyword->addOption(option);
+        keyword->options.push_back(option);
         definitions.keywords.push_back(keyword);
     }
     definitions.keywords[1]->noDocumentation = true;
@@ -51,7 +51,7 @@ void defineKeywords(DefinitionSet& definitions) {
 
 bool namesStayInside(const DefinitionSet& definitions) {
     return std::none_of(definitions.keywords.begin(), definitions.keywords.end(),
-                        [](const KeywordDef* record) { return record->name.find('/') != std::string::npos; });
+                        [](const KeywordDef* record) { return record->name.view().find('/') != std::string_view::npos; });
 }
 
 }  // namespace
