@@ -11,12 +11,13 @@ OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCount
 LookupTableDef* DefinitionSet::newLookupTable(Text name) {
     LookupTableDef* table = tableStore_.create(name);
     lookupTables[table->name] = table;
+    tableIndex_[table->name] = table;
     return table;
 }
 
 const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) const {
-    auto found = lookupTables.find(name);
-    return found == lookupTables.end() ? nullptr : found->second;
+    auto found = tableIndex_.find(name);
+    return found == tableIndex_.end() ? nullptr : found->second;
 }
 
 void DefinitionSet::addLookupEntry(LookupTableDef& table, Text entryId, Text entryName, std::int32_t value) {

@@ -53,6 +53,9 @@ public:
 
 private:
     TextArena texts_;
+    // The tables again, hashed: every option with a table looks its table up
+    // by name, and ten thousand tables make a deep tree of string compares.
+    std::unordered_map<std::string_view, LookupTableDef*> tableIndex_;
     std::unordered_map<std::string_view, std::int32_t> entryValues_;
     RecordStore<KeywordDef> keywordStore_;
     RecordStore<OptionDef> optionStore_;

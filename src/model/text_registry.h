@@ -11,7 +11,9 @@ namespace quillet {
 
 // A set of texts, for the registries that keep names and IDs unique. A large
 // definition registers a million IDs: open addressing over the texts the
-// model keeps anyway makes that one probe and no copy per text.
+// model keeps anyway makes that one probe and no copy per text. The probe
+// walks an array of 32-bit hashes only, sixteen slots to a cache line, and
+// reads a slot's text only when its hash matches.
 class TextRegistry {
 public:
     TextRegistry() = default;
@@ -29,16 +31,11 @@ public:
     std::size_t size() const { return size_; }
 
 private:
-    struct Slot {
-        Text text;
-        std::uint32_t hash = 0;
-        bool used = false;
-    };
-
     std::size_t probe(std::string_view text, std::uint32_t hash) const;
     void rehash(std::size_t slotCount);
 
-    std::vector<Slot> slots_;
+    std::vector<std::uint32_t> hashes_;  // 0 marks a free slot
+    std::vector<Text> texts_;
     std::size_t size_ = 0;
 };
 
