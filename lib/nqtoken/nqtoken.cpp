@@ -1,24 +1,35 @@
 #include "nqtoken.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <new>
 #include <string>
 #include <vector>
-
-struct nqtoken_list {
-    std::string text;                  // the words, each followed by a NUL
-    std::vector<std::size_t> starts;   // offset of each word in `text`
-    std::vector<std::size_t> offsets;  // offset of each word in the line
-};
 
 namespace {
 
 enum CharClass : unsigned char { Plain = 0, Separator, Quote, Comment, End };
 
 using CharClasses = CharClass[256];
+
+}  // namespace
+
+struct nqtoken_list {
+    std::string text;                  // the words, each followed by a NUL
+    std::vector<std::size_t> starts;   // offset of each word in `text`
+    std::vector<std::size_t> offsets;  // offset of each word in the line
+    // The character sets of the last refill and their classes: a reader
+    // passes the same sets for every line, so the table is built once.
+    std::string separators, quotes, comments;
+    CharClasses classes = {};
+    bool classified = false;
+};
+
+namespace {
 
 void mark(CharClasses& classes, const char* set, CharClass charClass) {
     if (set == nullptr) return;
@@ -69,14 +80,21 @@ bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
             ++p;
             break;
         }
-        case Plain:
+        case Plain: {
             startWord();
-            do *out++ = *p++;
-            while (classes[static_cast<unsigned char>(*p)] == Plain);
+            const char* end = p + 1;
+            while (classes[static_cast<unsigned char>(*end)] == Plain) ++end;
+            std::memcpy(out, p, static_cast<std::size_t>(end - p));
+            out += end - p;
+            p = end;
             break;
+        }
         }
     }
 }
+
+// A null set and an empty one classify alike.
+bool same(const std::string& kept, const char* set) { return kept == (set == nullptr ? "" : set); }
 
 void clear(nqtoken_list& list) {
     list.text.clear();
@@ -96,12 +114,20 @@ int nqtoken_refill(nqtoken_list* list, const char* line, const char* separators,
                    const char* comments) {
     if (list == nullptr) return 1;
     clear(*list);
-    CharClasses classes = {};
-    classes[0] = End;
-    mark(classes, quotes, Quote);
-    mark(classes, comments, Comment);
-    mark(classes, separators, Separator);
-    if (line != nullptr && !split(*list, line, classes)) {
+    if (!list->classified || !same(list->separators, separators) || !same(list->quotes, quotes) ||
+        !same(list->comments, comments)) {
+        CharClasses& classes = list->classes;
+        std::fill(std::begin(classes), std::end(classes), Plain);
+        classes[0] = End;
+        mark(classes, quotes, Quote);
+        mark(classes, comments, Comment);
+        mark(classes, separators, Separator);
+        list->separators = separators == nullptr ? "" : separators;
+        list->quotes = quotes == nullptr ? "" : quotes;
+        list->comments = comments == nullptr ? "" : comments;
+        list->classified = true;
+    }
+    if (line != nullptr && !split(*list, line, list->classes)) {
         clear(*list);
         return 1;
     }

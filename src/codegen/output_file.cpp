@@ -56,23 +56,16 @@ char* OutputFile::reserve(std::size_t size) {
     return buffer_.get() + used_;
 }
 
-OutputFile& OutputFile::operator<<(std::string_view text) {
-    if (text.size() > kCapacity - used_) {
-        flush();
-        // Too big to gather: straight through.
-        if (text.size() > kCapacity) {
-            if (fd_ >= 0) writeAll(fd_, text.data(), text.size());
-            return *this;
-        }
+// A text that does not fit in what is left of the buffer.
+OutputFile& OutputFile::writeLarge(std::string_view text) {
+    flush();
+    // Too big to gather: straight through.
+    if (text.size() > kCapacity) {
+        if (fd_ >= 0) writeAll(fd_, text.data(), text.size());
+        return *this;
     }
     std::memcpy(buffer_.get() + used_, text.data(), text.size());
     used_ += text.size();
-    return *this;
-}
-
-OutputFile& OutputFile::operator<<(char byte) {
-    *reserve(1) = byte;
-    ++used_;
     return *this;
 }
 

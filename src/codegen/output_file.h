@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -24,9 +25,20 @@ public:
     bool open(const std::filesystem::path& path);
     void close();
 
-    OutputFile& operator<<(std::string_view text);
+    // Inline, so that a literal's length is known where it is written and the
+    // copy of a short text is a few moves; the writers make millions of them.
+    OutputFile& operator<<(std::string_view text) {
+        if (text.size() > kCapacity - used_) return writeLarge(text);
+        std::memcpy(buffer_.get() + used_, text.data(), text.size());
+        used_ += text.size();
+        return *this;
+    }
     OutputFile& operator<<(const char* text) { return *this << std::string_view(text); }
-    OutputFile& operator<<(char byte);
+    OutputFile& operator<<(char byte) {
+        if (used_ == kCapacity) flush();
+        buffer_[used_++] = byte;
+        return *this;
+    }
     OutputFile& operator<<(std::int32_t value);
     // A double's text depends on where it stands: see writeDouble.
     OutputFile& operator<<(double) = delete;
@@ -38,6 +50,7 @@ public:
 private:
     char* reserve(std::size_t size);
     void flush();
+    OutputFile& writeLarge(std::string_view text);
 
     static constexpr std::size_t kCapacity = std::size_t{1} << 20;
     std::unique_ptr<char[]> buffer_;

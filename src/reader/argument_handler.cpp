@@ -134,8 +134,8 @@ bool DefinitionReader::optLookupArgument(const char* word) {
     // The table's range becomes the option's limits and a symbolic default is
     // resolved, in that order; a failed range check is reported but does not
     // refuse the table.
-    setLimit(definitions_, report_, option, std::to_string(table->minValue), Limit::Minimum);
-    setLimit(definitions_, report_, option, std::to_string(table->maxValue), Limit::Maximum);
+    setLimit(definitions_, report_, option, std::to_string(table->minValue), Limit::Minimum, *limitWords_);
+    setLimit(definitions_, report_, option, std::to_string(table->maxValue), Limit::Maximum, *limitWords_);
     resolveSymbolicDefault(definitions_, option);
     return true;
 }
@@ -152,7 +152,7 @@ bool DefinitionReader::limitArgument(const char* word) {
                       word);
         return false;
     }
-    if (setLimit(definitions_, report_, option, word, minimum ? Limit::Minimum : Limit::Maximum)) return true;
+    if (setLimit(definitions_, report_, option, word, minimum ? Limit::Minimum : Limit::Maximum, *limitWords_)) return true;
     report_.error(minimum ? "OPT_MINIMUM: invalid value: '%s' \n" : "OPT_MAXIMUM: invalid value: '%s' \n", word);
     return false;
 }

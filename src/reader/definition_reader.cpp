@@ -18,9 +18,18 @@ DefinitionReader::DefinitionReader(DefinitionSet& definitions, Reporter& report,
     // or more in any real definition; a denser one grows the registry once.
     idNames_.reserve(expectedBytes / 80);
     nqtoken_new(&tokens_, nullptr, nullptr, nullptr, nullptr, 0, 0);
+    nqtoken_new(&limitWords_, nullptr, nullptr, nullptr, nullptr, 0, 0);
+    // Without both lists no line can be read; readLine says so.
+    if (limitWords_ == nullptr) {
+        nqtoken_delete(tokens_);
+        tokens_ = nullptr;
+    }
 }
 
-DefinitionReader::~DefinitionReader() { nqtoken_delete(tokens_); }
+DefinitionReader::~DefinitionReader() {
+    nqtoken_delete(tokens_);
+    nqtoken_delete(limitWords_);
+}
 
 bool DefinitionReader::readLine(const Line& line, int lineNumber) {
     report_.setPosition({lineNumber, 0});

@@ -99,6 +99,7 @@ private:
     Reporter& report_;
     ReadObserver* observer_ = nullptr;
     nqtoken_list* tokens_ = nullptr;
+    nqtoken_list* limitWords_ = nullptr;  // splits limit texts, apart from the line's words
     int lineNumber_ = 0;
     int word_ = 0;   // of the line, the one being read
     int words_ = 0;  // of the line

@@ -24,10 +24,6 @@ unsigned long toHex(const char* text) {
     return value;
 }
 
-struct TokenListDeleter {
-    void operator()(nqtoken_list* list) const { nqtoken_delete(list); }
-};
-
 // The limit's numeric value: the first word as an integer, or else the whole
 // text as the ID of a lookup entry of any table.
 bool integerLimit(const DefinitionSet& definitions, const Reporter& report, const nqtoken_list* words,
@@ -115,17 +111,15 @@ bool parseDefaultValue(DefinitionSet& definitions, const Reporter& report, Optio
 }
 
 bool setLimit(DefinitionSet& definitions, const Reporter& report, OptionDef& option, std::string_view view,
-              Limit limit) {
+              Limit limit, nqtoken_list& words) {
     const std::string text(view);
-    nqtoken_list* made = nullptr;
-    if (nqtoken_new(&made, text.c_str(), " \t\n", nullptr, nullptr, 0, 0) != 0) return false;
-    const std::unique_ptr<nqtoken_list, TokenListDeleter> words(made);
-    if (nqtoken_num(words.get()) == 0) return false;
+    if (nqtoken_refill(&words, text.c_str(), " \t\n", nullptr, nullptr) != 0) return false;
+    if (nqtoken_num(&words) == 0) return false;
 
     const bool minimum = limit == Limit::Minimum;
     if (option.type == OptionType::NQ_INT_TYPE) {
         std::int32_t value = 0;
-        if (!integerLimit(definitions, report, words.get(), text, value)) return false;
+        if (!integerLimit(definitions, report, &words, text, value)) return false;
         if (option.hasDefault) {
             const std::int32_t defaultValue = option.intDefault();
             if (minimum && defaultValue < value) {
@@ -141,7 +135,7 @@ bool setLimit(DefinitionSet& definitions, const Reporter& report, OptionDef& opt
         }
     } else if (option.type == OptionType::NQ_DOUBLE_TYPE) {
         double value = 0;
-        if (nqtoken_get_double(words.get(), 0, &value) != 0) return false;
+        if (nqtoken_get_double(&words, 0, &value) != 0) return false;
         if (option.hasDefault) {
             const double defaultValue = option.doubleDefault();
             if (minimum && value > defaultValue) {

@@ -25,9 +25,10 @@ bool parseDefaultValue(DefinitionSet& definitions, const Reporter& report, Optio
 enum class Limit { Minimum, Maximum };
 
 // Stores a limit text after checking it against the option's known default.
-// An integer limit may name a lookup entry ID of any table.
+// An integer limit may name a lookup entry ID of any table. `words` is the
+// caller's list for splitting the text, reused from one limit to the next.
 bool setLimit(DefinitionSet& definitions, const Reporter& report, OptionDef& option, std::string_view text,
-              Limit limit);
+              Limit limit, nqtoken_list& words);
 
 // Replaces an integer option's symbolic default by the value of the entry of
 // that name in its own lookup table, when there is one.

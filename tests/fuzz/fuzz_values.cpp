@@ -110,8 +110,11 @@ void checkLimits(DefinitionSet& definitions, const std::string& text, unsigned s
     }
     option.defaultText = definitions.keep(text);
 
-    require(setLimit(definitions, report(), option, text, Limit::Minimum) == option.hasMinimum);
-    require(setLimit(definitions, report(), option, text, Limit::Maximum) == option.hasMaximum);
+    nqtoken_list* made = nullptr;
+    if (nqtoken_new(&made, nullptr, nullptr, nullptr, nullptr, 0, 0) != 0) return;
+    const TokenList words(made);
+    require(setLimit(definitions, report(), option, text, Limit::Minimum, *words) == option.hasMinimum);
+    require(setLimit(definitions, report(), option, text, Limit::Maximum, *words) == option.hasMaximum);
     require(resolveSymbolicDefault(definitions, option) == (isDouble || option.hasLookupTable));
 }
 

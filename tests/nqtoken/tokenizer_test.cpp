@@ -58,6 +58,10 @@ TEST(Tokenizer, RefilledListGivesWordsAndTheirOffsets) {
     EXPECT_EQ(nqtoken_get_offset(list, 2), -1);
     EXPECT_NE(nqtoken_refill(list, "x \"open", " ", "\"", "#"), 0);
     EXPECT_EQ(nqtoken_num(list), 0);
+    // Other sets on the same list: the old ones no longer apply.
+    ASSERT_EQ(nqtoken_refill(list, "a,b \"c#d", ",", nullptr, nullptr), 0);
+    ASSERT_EQ(nqtoken_num(list), 2);
+    EXPECT_STREQ(nqtoken_get_token(list, 1), "b \"c#d");
     nqtoken_delete(list);
 }
 
