@@ -6,18 +6,14 @@
 #include <utility>
 #include <vector>
 
+#include "model/large_block.h"
+
 namespace quillet {
 
-// Memory for records, in blocks that double in size up to two megabytes: a
-// small definition takes little, and a big one (a million options) gets one
-// allocation per few thousand records, in blocks the system may back with
-// large pages.
-constexpr std::size_t kLargeRecordBlockBytes = std::size_t{2} << 20;
-void* allocateRecordBlock(std::size_t bytes);
-void releaseRecordBlock(void* block, std::size_t bytes);
-
 // Records of one type, created in place and destroyed with the store; a
-// record never moves, so handles stay valid for the store's life.
+// record never moves, so handles stay valid for the store's life. The blocks
+// double in size up to a large page: a small definition takes little, and a
+// big one (a million options) gets one allocation per few thousand records.
 template <typename Record>
 class RecordStore {
 public:
@@ -26,8 +22,7 @@ public:
     RecordStore& operator=(const RecordStore&) = delete;
     ~RecordStore() {
         for (Block& block : blocks_) {
-            for (std::size_t i = 0; i < block.used; ++i) block.records[i].~Record();
-            releaseRecordBlock(block.records, block.capacity * sizeof(Record));
+            for (std::size_t i = 0; i < block.used; ++i) block.records()[i].~Record();
         }
     }
 
@@ -36,22 +31,23 @@ public:
         if (blocks_.empty() || blocks_.back().used == blocks_.back().capacity) {
             const std::size_t capacity =
                 blocks_.empty() ? kFirstBlock : std::min(2 * blocks_.back().capacity, kLargestBlock);
-            blocks_.push_back(Block{static_cast<Record*>(allocateRecordBlock(capacity * sizeof(Record))), 0, capacity});
+            blocks_.push_back(Block{LargeBlock(capacity * sizeof(Record)), 0, capacity});
         }
         Block& block = blocks_.back();
-        Record* record = new (block.records + block.used) Record(std::forward<Args>(args)...);
+        Record* record = new (block.records() + block.used) Record(std::forward<Args>(args)...);
         ++block.used;
         return record;
     }
 
 private:
     struct Block {
-        Record* records;
+        LargeBlock memory;
         std::size_t used;
         std::size_t capacity;
+        Record* records() const { return static_cast<Record*>(memory.data()); }
     };
     static constexpr std::size_t kFirstBlock = 16;
-    static constexpr std::size_t kLargestBlock = std::max(kFirstBlock, kLargeRecordBlockBytes / sizeof(Record));
+    static constexpr std::size_t kLargestBlock = std::max(kFirstBlock, LargeBlock::kLargePageBytes / sizeof(Record));
 
     std::vector<Block> blocks_;
 };

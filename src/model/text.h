@@ -5,9 +5,10 @@
 #include <compare>
 #include <cstring>
 #include <algorithm>
-#include <memory>
 #include <string_view>
 #include <vector>
+
+#include "model/large_block.h"
 
 namespace quillet {
 
@@ -77,12 +78,12 @@ private:
         // Small at first, so that a small definition stays small.
         blockSize_ = std::min<std::size_t>(blockSize_ * 2, std::size_t{4} << 20);
         const std::size_t size = std::max(blockSize_, need);
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
-        next_ = blocks_.back().get();
+        blocks_.emplace_back(size);
+        next_ = static_cast<char*>(blocks_.back().data());
         left_ = size;
     }
 
-    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::vector<LargeBlock> blocks_;
     std::size_t blockSize_ = 2048;
     char* next_ = nullptr;
     std::size_t left_ = 0;

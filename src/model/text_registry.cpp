@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <functional>
+#include <new>
+#include <utility>
 
 namespace quillet {
 
@@ -23,25 +26,26 @@ bool overFull(std::size_t count, std::size_t slots) { return 4 * count > 3 * slo
 }  // namespace
 
 std::size_t TextRegistry::probe(std::string_view text, std::uint32_t hash) const {
-    const std::size_t mask = hashes_.size() - 1;
+    const std::size_t mask = slots_ - 1;
+    const std::uint32_t* const hashes = this->hashes();
     for (std::size_t index = hash & mask;; index = (index + 1) & mask) {
-        const std::uint32_t slot = hashes_[index];
-        if (slot == 0 || (slot == hash && texts_[index].view() == text)) return index;
+        const std::uint32_t slot = hashes[index];
+        if (slot == 0 || (slot == hash && texts()[index].view() == text)) return index;
     }
 }
 
 bool TextRegistry::contains(std::string_view text) const {
-    if (hashes_.empty()) return false;
-    return hashes_[probe(text, hashOf(text))] != 0;
+    if (slots_ == 0) return false;
+    return hashes()[probe(text, hashOf(text))] != 0;
 }
 
 bool TextRegistry::insert(Text text) {
-    if (hashes_.empty() || overFull(size_ + 1, hashes_.size())) rehash(std::max(kInitialSlots, 2 * hashes_.size()));
+    if (slots_ == 0 || overFull(size_ + 1, slots_)) rehash(std::max(kInitialSlots, 2 * slots_));
     const std::uint32_t hash = hashOf(text);
     const std::size_t index = probe(text, hash);
-    if (hashes_[index] != 0) return false;
-    hashes_[index] = hash;
-    texts_[index] = text;
+    if (hashes()[index] != 0) return false;
+    hashes()[index] = hash;
+    new (texts() + index) Text(text);
     ++size_;
     return true;
 }
@@ -49,7 +53,7 @@ bool TextRegistry::insert(Text text) {
 void TextRegistry::reserve(std::size_t count) {
     std::size_t wanted = std::bit_ceil(std::max(kInitialSlots, count));
     if (overFull(count, wanted)) wanted *= 2;
-    if (wanted > hashes_.size()) rehash(wanted);
+    if (wanted > slots_) rehash(wanted);
 }
 
 void TextRegistry::clear() {
@@ -57,27 +61,32 @@ void TextRegistry::clear() {
     // for. A table far larger than what it holds (left by one keyword with
     // many options) is replaced instead, or every later keyword would pay
     // that size again.
-    if (hashes_.size() > kInitialSlots && 4 * size_ < hashes_.size()) {
-        std::vector<std::uint32_t>(kInitialSlots).swap(hashes_);
-        std::vector<Text>(kInitialSlots).swap(texts_);
-    } else {
-        std::fill(hashes_.begin(), hashes_.end(), 0);
+    if (slots_ > kInitialSlots && 4 * size_ < slots_) {
+        size_ = 0;
+        rehash(kInitialSlots);
+        return;
     }
+    std::memset(hashes(), 0, slots_ * sizeof(std::uint32_t));
     size_ = 0;
 }
 
 void TextRegistry::rehash(std::size_t slotCount) {
-    std::vector<std::uint32_t> oldHashes(slotCount);
-    std::vector<Text> oldTexts(slotCount);
-    oldHashes.swap(hashes_);
-    oldTexts.swap(texts_);
+    LargeBlock oldHashes(slotCount * sizeof(std::uint32_t));
+    LargeBlock oldTexts(slotCount * sizeof(Text));
+    std::swap(oldHashes, hashes_);
+    std::swap(oldTexts, texts_);
+    const std::size_t oldSlots = std::exchange(slots_, slotCount);
+    std::uint32_t* const hashes = this->hashes();
+    std::memset(hashes, 0, slotCount * sizeof(std::uint32_t));
+    const auto* const movedHashes = static_cast<const std::uint32_t*>(oldHashes.data());
+    const auto* const movedTexts = static_cast<const Text*>(oldTexts.data());
     const std::size_t mask = slotCount - 1;
-    for (std::size_t old = 0; old < oldHashes.size(); ++old) {
-        if (oldHashes[old] == 0) continue;
-        std::size_t index = oldHashes[old] & mask;
-        while (hashes_[index] != 0) index = (index + 1) & mask;
-        hashes_[index] = oldHashes[old];
-        texts_[index] = oldTexts[old];
+    for (std::size_t old = 0; old < oldSlots; ++old) {
+        if (movedHashes[old] == 0) continue;
+        std::size_t index = movedHashes[old] & mask;
+        while (hashes[index] != 0) index = (index + 1) & mask;
+        hashes[index] = movedHashes[old];
+        new (texts() + index) Text(movedTexts[old]);
     }
 }
 

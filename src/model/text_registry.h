@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
+#include "model/large_block.h"
 #include "model/text.h"
 
 namespace quillet {
@@ -31,11 +31,15 @@ public:
     std::size_t size() const { return size_; }
 
 private:
+    std::uint32_t* hashes() const { return static_cast<std::uint32_t*>(hashes_.data()); }
+    Text* texts() const { return static_cast<Text*>(texts_.data()); }
     std::size_t probe(std::string_view text, std::uint32_t hash) const;
     void rehash(std::size_t slotCount);
 
-    std::vector<std::uint32_t> hashes_;  // 0 marks a free slot
-    std::vector<Text> texts_;
+    // A slot's text is constructed when its hash is set, and read only then.
+    LargeBlock hashes_;  // 0 marks a free slot
+    LargeBlock texts_;
+    std::size_t slots_ = 0;
     std::size_t size_ = 0;
 };
 
