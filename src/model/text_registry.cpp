@@ -62,11 +62,12 @@ void TextRegistry::clear() {
     // many options) is replaced instead, or every later keyword would pay
     // that size again.
     if (slots_ > kInitialSlots && 4 * size_ < slots_) {
-        size_ = 0;
-        rehash(kInitialSlots);
-        return;
+        hashes_ = LargeBlock();
+        texts_ = LargeBlock();
+        slots_ = 0;
+    } else if (slots_ > 0) {
+        std::memset(hashes(), 0, slots_ * sizeof(std::uint32_t));
     }
-    std::memset(hashes(), 0, slots_ * sizeof(std::uint32_t));
     size_ = 0;
 }
 
