@@ -40,7 +40,7 @@ bool TextRegistry::contains(std::string_view text) const {
 }
 
 bool TextRegistry::insert(Text text) {
-    if (slots_ == 0 || overFull(size_ + 1, slots_)) rehash(std::max(kInitialSlots, 2 * slots_));
+    if (overFull(size_ + 1, slots_)) rehash(std::max(kInitialSlots, 2 * slots_));
     const std::uint32_t hash = hashOf(text);
     const std::size_t index = probe(text, hash);
     if (hashes()[index] != 0) return false;

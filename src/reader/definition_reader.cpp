@@ -19,11 +19,6 @@ DefinitionReader::DefinitionReader(DefinitionSet& definitions, Reporter& report,
     idNames_.reserve(expectedBytes / 80);
     nqtoken_new(&tokens_, nullptr, nullptr, nullptr, nullptr, 0, 0);
     nqtoken_new(&limitWords_, nullptr, nullptr, nullptr, nullptr, 0, 0);
-    // Without both lists no line can be read; readLine says so.
-    if (limitWords_ == nullptr) {
-        nqtoken_delete(tokens_);
-        tokens_ = nullptr;
-    }
 }
 
 DefinitionReader::~DefinitionReader() {
@@ -35,7 +30,8 @@ bool DefinitionReader::readLine(const Line& line, int lineNumber) {
     report_.setPosition({lineNumber, 0});
     lineNumber_ = lineNumber;
     word_ = 0;
-    if (tokens_ == nullptr || nqtoken_refill(tokens_, line.text, " \t\n", "\"", "#") != 0) {
+    // Without both lists (out of memory at the start) no line can be read.
+    if (tokens_ == nullptr || limitWords_ == nullptr || nqtoken_refill(tokens_, line.text, " \t\n", "\"", "#") != 0) {
         words_ = 0;
         report_.error("Cannot tokenize line %d of input file\n", lineNumber);
         return refuse(Refusal::Line);
