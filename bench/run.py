@@ -2,6 +2,7 @@
 """Benchmarks quillet against the I/O floor of the same work.
 
 usage: bench/run.py [--sizes 1000 10000 100000] [--shapes text dense] [--options 10] [--repeat 3] [--binary PATH] [--work DIR]
+                    [--no-format]
 
 Builds a Release quillet in build-bench/, generates a definition and an
 aliases file per shape and size (bench/generate.py; kept in
@@ -14,6 +15,10 @@ measures, in one go:
   same bytes and writing the same bytes and files with plain system tools.
   (`cp` is not used: it copies inside the kernel, without the user-space
   write that quillet, like any writer, has to make.)
+
+It also measures quillet-format on the same definition (path "format":
+formatting it to /dev/null; its floor is the `cat` of the input) and
+prints its time against quillet's default path.
 
 Each figure is the best of --repeat runs. Prints input size, output size,
 wall time, input MB/s, records (keywords and options) per second, peak
@@ -38,9 +43,14 @@ BUILD = os.path.join(ROOT, "build-bench")
 def build():
     subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DBUILD_TESTING=OFF"],
                    check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "-j", "2"], check=True,
+    subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "quillet-format", "-j", "2"], check=True,
                    stdout=subprocess.DEVNULL)
     return os.path.join(BUILD, "src", "quillet")
+
+
+def formatter(quillet):
+    """quillet-format beside the quillet measured, in its build tree."""
+    return os.path.join(os.path.dirname(quillet), "format", "quillet-format")
 
 
 def generate(keywords, options, shape):
@@ -105,6 +115,18 @@ def measure(quillet, definition, arguments, env, work, repeat):
     return best_run, peak, best_floor, size, files
 
 
+def measure_format(quillet_format, definition, repeat):
+    best_run = best_floor = None
+    peak = 0
+    for _ in range(repeat):
+        wall, rss = timed([quillet_format, definition])
+        best_run = wall if best_run is None else min(best_run, wall)
+        peak = max(peak, rss)
+        floor, _ = timed(["sh", "-c", 'cat "$0" > /dev/null', definition])
+        best_floor = floor if best_floor is None else min(best_floor, floor)
+    return best_run, peak, best_floor
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--sizes", type=int, nargs="+", default=[1000, 10000, 100000])
@@ -113,6 +135,7 @@ def main():
     parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--binary", help="quillet to measure instead of a fresh Release build")
     parser.add_argument("--work", default=os.path.join(BUILD, "work"), help="directory for the output sets")
+    parser.add_argument("--no-format", action="store_true", help="leave quillet-format out")
     args = parser.parse_args()
 
     quillet = os.path.abspath(args.binary) if args.binary else build()
@@ -125,12 +148,21 @@ def main():
             definition, aliases_root = generate(keywords, args.options, shape)
             input_size = os.path.getsize(definition)
             records = keywords * (1 + args.options)
+            row = "%-6s %-9d %-7s %9.1f %10.1f %7d %8.3f %7.1f %10.0f %8.3f %8.2f %6.0f %7.2f"
             for path, arguments in (("default", []), ("-html", ["-html"])):
                 env = dict(os.environ, VELLUM_SRC=aliases_root)
                 wall, peak, floor, size, files = measure(quillet, definition, arguments, env, work, args.repeat)
-                print("%-6s %-9d %-7s %9.1f %10.1f %7d %8.3f %7.1f %10.0f %8.3f %8.2f %6.0f %7.2f" % (
-                    shape, keywords, path, input_size / 1e6, size / 1e6, files, wall, input_size / 1e6 / wall,
-                    records / wall, floor, wall / floor, peak / 1e6, peak / input_size))
+                print(row % (shape, keywords, path, input_size / 1e6, size / 1e6, files, wall,
+                             input_size / 1e6 / wall, records / wall, floor, wall / floor, peak / 1e6,
+                             peak / input_size))
+                sys.stdout.flush()
+                if path == "default":
+                    default_wall = wall
+            if not args.no_format:
+                wall, peak, floor = measure_format(formatter(quillet), definition, args.repeat)
+                print(row % (shape, keywords, "format", input_size / 1e6, input_size / 1e6, 1, wall,
+                             input_size / 1e6 / wall, records / wall, floor, wall / floor, peak / 1e6,
+                             peak / input_size) + "   %.2f x default" % (wall / default_wall))
                 sys.stdout.flush()
     shutil.rmtree(work, ignore_errors=True)
 

@@ -1,4 +1,4 @@
-# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE] [LINT]
+# quillet_generate(<target> DEFINITION <file> [OUTPUT_DIR <dir>] [VERBOSE] [LINT | LINT_STRICT]
 #                  [HTML_DIR <dir> [ALIASES <file> | ALIASES_ROOT <dir>] [PREVIEW_DIR <dir>]])
 #
 # Generates nq_command_id.h, nq_command_id.cxx and nq_command_init.cxx from
@@ -17,7 +17,10 @@
 # rebuild everything that includes it. A failed run keeps the previous outputs.
 #
 # With LINT, quillet::quillet-lint checks the definition (and the aliases
-# file) before each run, so that a failing build shows every problem at once.
+# file) before each run, so that a failing build shows every problem at once;
+# the build fails on its errors and on the warnings that mean quillet reads
+# the file otherwise than it looks (a line too long, Windows line ends, a
+# misspelt directive, dropped quotes). LINT_STRICT fails it on every warning.
 
 # Policies are recorded with the function: depfiles relative to the current
 # binary directory (CMP0116) and GENERATED visible to all directories (CMP0118).
@@ -25,7 +28,7 @@ cmake_policy(PUSH)
 cmake_policy(VERSION 3.21...3.25)
 
 function(quillet_generate target)
-  set(options VERBOSE LINT)
+  set(options VERBOSE LINT LINT_STRICT)
   set(one_value_keywords DEFINITION OUTPUT_DIR HTML_DIR ALIASES ALIASES_ROOT PREVIEW_DIR)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${options}" "${one_value_keywords}" "")
   if(arg_UNPARSED_ARGUMENTS)
@@ -59,9 +62,9 @@ function(quillet_generate target)
   set(step_command "${CMAKE_COMMAND}" "-DQUILLET=${quillet}" "-DDEFINITION=${definition}"
                    "-DVERBOSE=${arg_VERBOSE}")
   set(lint "")
-  if(arg_LINT)
+  if(arg_LINT OR arg_LINT_STRICT)
     set(lint "$<TARGET_FILE:quillet::quillet-lint>")
-    list(APPEND step_command "-DLINT=${lint}")
+    list(APPEND step_command "-DLINT=${lint}" "-DLINT_STRICT=${arg_LINT_STRICT}")
   endif()
   # Ninja reads the depfile; other generators get the same inputs as plain
   # dependencies.

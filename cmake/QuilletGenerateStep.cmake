@@ -3,16 +3,17 @@
 #
 #   cmake -DQUILLET=<exe> -DDEFINITION=<file> -DOUTPUT_DIR=<dir>
 #         -DSTAGING_DIR=<dir> -DSTAMP=<file> [-DDEPFILE=<file>] [-DVERBOSE=ON]
-#         [-DHTML=ON [-DALIASES_ROOT=<dir> | -DALIASES=<file>]] [-DLINT=<exe>]
-#         -P QuilletGenerateStep.cmake
+#         [-DHTML=ON [-DALIASES_ROOT=<dir> | -DALIASES=<file>]]
+#         [-DLINT=<exe> [-DLINT_STRICT=ON]] -P QuilletGenerateStep.cmake
 #
 # With HTML the step writes the command reference (quillet -html) instead of
 # the C++ sources. quillet reads the aliases file from
 # $VELLUM_SRC/orrery-src/data/res/alias.cmd and fails without one: VELLUM_SRC
 # is ALIASES_ROOT, or else a staging tree holding a copy of ALIASES, or an
 # empty aliases file when neither is given. With LINT it first runs
-# quillet-lint on the definition (and the aliases file). STAMP lists the files
-# published by the last successful run.
+# quillet-lint on the definition (and the aliases file) and fails on its
+# errors and on the warnings of a misread file, or with LINT_STRICT on every
+# warning. STAMP lists the files published by the last successful run.
 cmake_minimum_required(VERSION 3.21)
 
 set(inputs "${DEFINITION}")
@@ -59,12 +60,22 @@ if(HTML AND NOT ALIASES_ROOT)
 endif()
 
 # The linter reports every problem at once, where quillet stops at the first.
+# Like quillet's, its report reaches the build log when it fails, or with
+# VERBOSE; a successful step prints nothing.
 if(LINT)
-  set(lint_arguments "${DEFINITION}")
+  set(lint_arguments --quiet --werror-misreading "${DEFINITION}")
+  if(LINT_STRICT)
+    set(lint_arguments --quiet --werror "${DEFINITION}")
+  endif()
   if(HTML)
     list(APPEND lint_arguments "--aliases=${vellum_src}/orrery-src/data/res/alias.cmd")
   endif()
-  execute_process(COMMAND "${LINT}" ${lint_arguments} RESULT_VARIABLE lint_status)
+  execute_process(COMMAND "${LINT}" ${lint_arguments}
+                  RESULT_VARIABLE lint_status OUTPUT_VARIABLE lint_report ERROR_VARIABLE lint_report)
+  if(NOT lint_report STREQUAL "" AND (VERBOSE OR NOT lint_status EQUAL 0))
+    string(REGEX REPLACE "\n$" "" lint_report "${lint_report}")
+    message("${lint_report}")
+  endif()
   if(NOT lint_status EQUAL 0)
     message(FATAL_ERROR "quillet-lint found problems in ${DEFINITION} (status ${lint_status}); the files in ${OUTPUT_DIR} are left as they were")
   endif()

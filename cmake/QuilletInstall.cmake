@@ -1,9 +1,9 @@
 # Installs the package files that let other builds use quillet through
 # find_package(quillet): the exported targets, the configuration and version
 # files, quillet_generate() with its build step, quillet_add_compat_test(),
-# the man pages, the guide for definition authors and the description of the
-# classes the application provides. The targets and headers are installed
-# where they are defined.
+# quillet_add_format_test(), the man pages, the guide for definition authors
+# and the description of the classes the application provides. The targets
+# and headers are installed where they are defined.
 include(CMakePackageConfigHelpers)
 
 set(QUILLET_CMAKE_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)
@@ -22,9 +22,13 @@ install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerate.cmake
   ${CMAKE_CURRENT_LIST_DIR}/QuilletGenerateStep.cmake
   ${CMAKE_CURRENT_LIST_DIR}/QuilletCompatTest.cmake
+  ${CMAKE_CURRENT_LIST_DIR}/QuilletFormatTest.cmake
   DESTINATION ${QUILLET_CMAKE_INSTALL_DIR})
-install(FILES ${PROJECT_SOURCE_DIR}/docs/quillet.1 ${PROJECT_SOURCE_DIR}/docs/quillet-preview.1
-              ${PROJECT_SOURCE_DIR}/docs/quillet-diff.1 ${PROJECT_SOURCE_DIR}/docs/quillet-lint.1
-        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+# A companion's man page goes with it, where it is built.
+foreach(tool quillet quillet-preview quillet-diff quillet-lint quillet-format quillet-lsp)
+  if(TARGET ${tool})
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/${tool}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  endif()
+endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/docs/definition-language.md ${PROJECT_SOURCE_DIR}/docs/application-interface.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -22,6 +22,7 @@ struct nqtoken_list {
     std::string text;                  // the words, each followed by a NUL
     std::vector<std::size_t> starts;   // offset of each word in `text`
     std::vector<std::size_t> offsets;  // offset of each word in the line
+    std::vector<std::size_t> ends;     // offset in the line just past each word
     // The character sets of the last refill and their classes: a reader
     // passes the same sets for every line, so the table is built once.
     std::string separators, quotes, comments;
@@ -53,6 +54,11 @@ bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
     char* out = base;
     bool inWord = false;
     const char* p = line;
+    auto endWord = [&] {
+        if (!inWord) return;
+        *out++ = '\0';
+        list.ends.push_back(static_cast<std::size_t>(p - line));
+    };
     auto startWord = [&] {
         if (!inWord) {
             list.starts.push_back(static_cast<std::size_t>(out - base));
@@ -64,11 +70,11 @@ bool split(nqtoken_list& list, const char* line, const CharClasses& classes) {
         switch (classes[static_cast<unsigned char>(*p)]) {
         case End:
         case Comment:
-            if (inWord) *out++ = '\0';
+            endWord();
             list.text.resize(static_cast<std::size_t>(out - base));
             return true;
         case Separator:
-            if (inWord) *out++ = '\0';
+            endWord();
             inWord = false;
             ++p;
             break;
@@ -100,6 +106,7 @@ void clear(nqtoken_list& list) {
     list.text.clear();
     list.starts.clear();
     list.offsets.clear();
+    list.ends.clear();
 }
 
 }  // namespace
@@ -155,6 +162,11 @@ const char* nqtoken_get_token(const nqtoken_list* list, int index) { return word
 int nqtoken_get_offset(const nqtoken_list* list, int index) {
     if (word(list, index) == nullptr) return -1;
     return static_cast<int>(list->offsets[static_cast<std::size_t>(index)]);
+}
+
+int nqtoken_get_end(const nqtoken_list* list, int index) {
+    if (word(list, index) == nullptr) return -1;
+    return static_cast<int>(list->ends[static_cast<std::size_t>(index)]);
 }
 
 int nqtoken_get_int(const nqtoken_list* list, int index, int* value) {

@@ -36,6 +36,11 @@ const char* nqtoken_get_token(const nqtoken_list* list, int index);
  * for a quoted word), or -1 for a bad index. */
 int nqtoken_get_offset(const nqtoken_list* list, int index);
 
+/* The byte offset in the line just past the word (past its closing quote for
+ * a word ending in a quoted section), or -1 for a bad index. The bytes from
+ * the word's offset to here are the word as written. */
+int nqtoken_get_end(const nqtoken_list* list, int index);
+
 /* Stores the word's value when the whole word is an optional sign followed by
  * decimal digits within the 32-bit signed range. */
 int nqtoken_get_int(const nqtoken_list* list, int index, int* value);

@@ -1,6 +1,6 @@
 #include "codegen/id_definitions_writer.h"
 
-#include "codegen/unknown_type.h"
+#include "output/unknown_type.h"
 
 namespace quillet {
 

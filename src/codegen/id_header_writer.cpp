@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "codegen/unknown_type.h"
+#include "output/unknown_type.h"
 
 namespace quillet {
 

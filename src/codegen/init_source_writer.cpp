@@ -1,8 +1,10 @@
 #include "codegen/init_source_writer.h"
 
+#include <array>
 #include <cstdint>
 
-#include "codegen/unknown_type.h"
+#include "language/directive.h"
+#include "output/unknown_type.h"
 
 namespace quillet {
 
@@ -14,6 +16,38 @@ constexpr std::uint32_t kMaxRoutines = 20;
 // Six significant digits with the decimal point and trailing zeros always
 // shown: 1 is 1.00000, and glibc writes 999999.5 as 1.e+06.
 constexpr const char* kDoubleFormat = "%#.6g";
+
+// The flags' lines in the byte-exact order of the generated source: these
+// as they have always stood, then any other flag's in the table's order.
+constexpr auto kKeywordFlagOrder = std::to_array<Directive>({
+    Directive::KEY_OPERANDS_ARE_MODEL_NAME, Directive::KEY_NO_NEW_MODEL, Directive::KEY_ALLOW_BLANK_OPERANDS,
+    Directive::KEY_OPERANDS_NEED_FORMATTING, Directive::KEY_OPERANDS_REVERSE_FOR_NAME, Directive::KEY_NO_DEFAULTS,
+    Directive::KEY_NO_OPTIONS, Directive::KEY_PRESERVE_OPERANDS, Directive::KEY_DEPRECATED, Directive::KEY_IS_DELETE,
+    Directive::KEY_IS_RENAME});
+constexpr auto kOptionFlagOrder =
+    std::to_array<Directive>({Directive::OPT_LOOKUP_CASE_SENSITIVE, Directive::OPT_READONLY});
+
+struct FlagLines {
+    std::array<const DirectiveSpec*, kDirectiveCount> rows{};
+    std::size_t size = 0;
+};
+
+template <std::size_t N>
+constexpr FlagLines flagLines(const std::array<Directive, N>& order, bool ofKeyword) {
+    FlagLines lines;
+    auto add = [&](const DirectiveSpec& row) {
+        if ((ofKeyword ? row.keywordFlag == nullptr : row.optionFlag == nullptr) || row.sourceLine.empty()) return;
+        for (std::size_t i = 0; i < lines.size; ++i)
+            if (lines.rows[i] == &row) return;
+        lines.rows[lines.size++] = &row;
+    };
+    for (Directive directive : order) add(directiveRow(directive));
+    for (const DirectiveSpec& row : kDirectives) add(row);
+    return lines;
+}
+
+constexpr FlagLines kKeywordFlagLines = flagLines(kKeywordFlagOrder, true);
+constexpr FlagLines kOptionFlagLines = flagLines(kOptionFlagOrder, false);
 
 void writeRoutineOpening(OutputFile& out, std::int32_t chunkNumber) {
     out << "void NQ_Command::initialize" << chunkNumber
@@ -84,26 +118,22 @@ bool writeOption(OutputFile& out, const OptionDef& option, const DefinitionSet& 
         else
             context.report.error("Unknown lookup table name: '%s'\n", option.lookupTableName.data());
     }
-    if (option.lookupCaseSensitive) out << "\tcurrent_option->makeLookupCaseSensitive( );\n";
-    if (option.readOnly) out << "\tcurrent_option->makeReadOnly( );\n";
+    for (std::size_t i = 0; i < kOptionFlagLines.size; ++i) {
+        const DirectiveSpec& row = *kOptionFlagLines.rows[i];
+        if (option.*row.optionFlag == row.flagValue) out << row.sourceLine;
+    }
     out << "\tcurrent_keyword->addOption( current_option );\n\n";
     return true;
 }
 
 void writeKeywordFlags(OutputFile& out, const KeywordDef& keyword) {
-    if (keyword.operandsAreModelName)
-        out << "\tcurrent_keyword->setOperandsAsModelName();\n\tcurrent_keyword->setNumberTokensInModelName("
-            << keyword.numTokensInModelName << ");\n";
-    if (keyword.noNewModel) out << "\tcurrent_keyword->setNoNewModel();\n";
-    if (!keyword.noBlankOperands) out << "\tcurrent_keyword->setAcceptBlankOperands();\n";
-    if (keyword.operandsNeedFormatting) out << "\tcurrent_keyword->setOperandsNeedFormatting();\n";
-    if (keyword.operandsReverseForName) out << "\tcurrent_keyword->setOperandsReverseForName();\n";
-    if (keyword.noDefaults) out << "\tcurrent_keyword->setNoDefaults();\n";
-    if (keyword.noOptions) out << "\tcurrent_keyword->setNoOptions();\n";
-    if (keyword.preserveOperands) out << "\tcurrent_keyword->setPreserveOperands();\n";
-    if (keyword.deprecated) out << "\tcurrent_keyword->setDeprecated();\n";
-    if (keyword.isDelete) out << "\tcurrent_keyword->makeDeleteKeyword();\n";
-    if (keyword.isRename) out << "\tcurrent_keyword->makeRenameKeyword();\n";
+    for (std::size_t i = 0; i < kKeywordFlagLines.size; ++i) {
+        const DirectiveSpec& row = *kKeywordFlagLines.rows[i];
+        if (keyword.*row.keywordFlag != row.flagValue) continue;
+        out << row.sourceLine;
+        if (row.output == FlagOutput::ModelNameLines)
+            out << "\tcurrent_keyword->setNumberTokensInModelName(" << keyword.numTokensInModelName << ");\n";
+    }
 }
 
 bool writeKeyword(OutputFile& out, const KeywordDef& keyword, const DefinitionSet& definitions,

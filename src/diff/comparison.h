@@ -30,7 +30,10 @@ private:
     static std::vector<Name> namesOf(const DefinitionSet& oldSet, const DefinitionSet& newSet);
     void compareName(const Name& name);
     void compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& newKeyword);
-    void compareOptions(const KeywordDef& oldKeyword, const KeywordDef& newKeyword);
+    // The options of the command `name` runs on each side, reported under
+    // `name`; `sameKeyword`: both commands are the keyword `name` itself.
+    void compareOptions(Text name, const KeywordDef& oldCommand, const KeywordDef& newCommand, bool sameKeyword);
+    void compareOptionTexts(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
     void compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption);
     void compareLimit(Text keyword, const OptionDef& oldOption, const OptionDef& newOption, Limit limit);
     bool sameLimitText(const OptionDef& oldOption, const OptionDef& newOption, Limit limit) const;

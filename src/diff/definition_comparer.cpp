@@ -5,45 +5,10 @@
 
 #include "diff/comparer.h"
 #include "diff/comparison.h"
-#include "reader/directive.h"
 
 namespace quillet::diff {
 
 namespace {
-
-constexpr const DirectiveSpec& directiveRow(Directive directive) {
-    for (const DirectiveSpec& row : kDirectives)
-        if (row.directive == directive) return row;
-    return kDirectives[0];
-}
-
-// A keyword flag directive and the rules for giving it and for dropping it.
-struct FlagRules {
-    Directive directive;
-    Rule added;
-    Rule removed;
-};
-
-constexpr FlagRules kKeywordFlags[] = {
-    {Directive::KEY_NO_OPTIONS, Rule::KEY_NO_OPTIONS_ADDED, Rule::KEY_NO_OPTIONS_REMOVED},
-    {Directive::KEY_ALLOW_BLANK_OPERANDS, Rule::KEY_ALLOW_BLANK_OPERANDS_ADDED,
-     Rule::KEY_ALLOW_BLANK_OPERANDS_REMOVED},
-    {Directive::KEY_OPERANDS_ARE_MODEL_NAME, Rule::KEY_OPERANDS_ARE_MODEL_NAME_ADDED,
-     Rule::KEY_OPERANDS_ARE_MODEL_NAME_REMOVED},
-    {Directive::KEY_NO_NEW_MODEL, Rule::KEY_NO_NEW_MODEL_ADDED, Rule::KEY_NO_NEW_MODEL_REMOVED},
-    {Directive::KEY_OPERANDS_NEED_FORMATTING, Rule::KEY_OPERANDS_NEED_FORMATTING_ADDED,
-     Rule::KEY_OPERANDS_NEED_FORMATTING_REMOVED},
-    {Directive::KEY_OPERANDS_REVERSE_FOR_NAME, Rule::KEY_OPERANDS_REVERSE_FOR_NAME_ADDED,
-     Rule::KEY_OPERANDS_REVERSE_FOR_NAME_REMOVED},
-    {Directive::KEY_PRESERVE_OPERANDS, Rule::KEY_PRESERVE_OPERANDS_ADDED, Rule::KEY_PRESERVE_OPERANDS_REMOVED},
-    {Directive::KEY_NO_DEFAULTS, Rule::KEY_NO_DEFAULTS_ADDED, Rule::KEY_NO_DEFAULTS_REMOVED},
-    {Directive::KEY_IS_DELETE, Rule::KEY_IS_DELETE_ADDED, Rule::KEY_IS_DELETE_REMOVED},
-    {Directive::KEY_IS_RENAME, Rule::KEY_IS_RENAME_ADDED, Rule::KEY_IS_RENAME_REMOVED},
-    {Directive::KEY_DEPRECATED, Rule::KEYWORD_DEPRECATED, Rule::KEYWORD_UNDEPRECATED},
-    {Directive::KEY_NO_DOCUMENTATION, Rule::KEY_NO_DOCUMENTATION_ADDED, Rule::KEY_NO_DOCUMENTATION_REMOVED},
-    {Directive::KEY_SHORT_DOCUMENTATION, Rule::KEY_SHORT_DOCUMENTATION_ADDED,
-     Rule::KEY_SHORT_DOCUMENTATION_REMOVED},
-};
 
 // A keyword text and the rule for changing it.
 struct TextRule {
@@ -66,15 +31,32 @@ bool byRule(const Change& a, const Change& b) {
 
 }  // namespace
 
-// What one word is on each side: a keyword, an alias (with the word it
+// What one word is on each side: a keyword, an alias (with the record it
 // stands for), both or neither.
 struct Comparison::Name {
     Text name;
     const KeywordDef* oldKeyword = nullptr;
     const KeywordDef* newKeyword = nullptr;
-    std::optional<Text> oldTarget{};
-    std::optional<Text> newTarget{};
+    const KeywordDef* oldTarget = nullptr;
+    const KeywordDef* newTarget = nullptr;
 };
+
+namespace {
+
+std::optional<Text> nameOf(const KeywordDef* record) {
+    if (record == nullptr) return std::nullopt;
+    return record->name;
+}
+
+// The command a script typing the word runs: the keyword of that name, else
+// the keyword its alias stands for. An alias of an alias (or of itself) is
+// not followed: what the application makes of it is not known here.
+const KeywordDef* commandOf(const KeywordDef* keyword, const KeywordDef* target) {
+    if (keyword != nullptr) return keyword;
+    return target != nullptr && !target->isAlias ? target : nullptr;
+}
+
+}  // namespace
 
 ChangeList compareDefinitions(const DefinitionSet& oldSet, const DefinitionSet& newSet, TextArena& values) {
     return Comparison(oldSet, newSet, values).run();
@@ -95,7 +77,7 @@ std::vector<Comparison::Name> Comparison::namesOf(const DefinitionSet& oldSet, c
         for (const KeywordDef* record : (isOld ? oldSet : newSet).keywords) {
             Name& name = records.emplace_back(Name{.name = record->name});
             if (!record->isAlias) (isOld ? name.oldKeyword : name.newKeyword) = record;
-            else if (!record->aliases.empty()) (isOld ? name.oldTarget : name.newTarget) = record->aliases.front()->name;
+            else if (!record->aliases.empty()) (isOld ? name.oldTarget : name.newTarget) = record->aliases.front();
         }
     }
     std::stable_sort(records.begin(), records.end(), [](const Name& a, const Name& b) { return a.name < b.name; });
@@ -105,34 +87,46 @@ std::vector<Comparison::Name> Comparison::namesOf(const DefinitionSet& oldSet, c
         Name& name = names.back();
         if (record.oldKeyword != nullptr) name.oldKeyword = record.oldKeyword;
         if (record.newKeyword != nullptr) name.newKeyword = record.newKeyword;
-        if (record.oldTarget) name.oldTarget = record.oldTarget;
-        if (record.newTarget) name.newTarget = record.newTarget;
+        if (record.oldTarget != nullptr) name.oldTarget = record.oldTarget;
+        if (record.newTarget != nullptr) name.newTarget = record.newTarget;
     }
     return names;
 }
 
 // A keyword that became an alias, or an alias that became a keyword, is a
-// word scripts can still type: one change of behaviour, not a removal.
+// word scripts can still type: one change of behaviour, not a removal. But
+// the word may now run another command, whose options are what scripts
+// typing it may give from now on.
 void Comparison::compareName(const Name& name) {
+    const std::optional<Text> oldTarget = nameOf(name.oldTarget);
+    const std::optional<Text> newTarget = nameOf(name.newTarget);
     if (name.oldKeyword != nullptr && name.newKeyword != nullptr) {
         compareKeyword(*name.oldKeyword, *name.newKeyword);
     } else if (name.oldKeyword != nullptr) {
-        if (name.newTarget) keywordChange(Rule::KEYWORD_MADE_ALIAS, name.oldKeyword, nullptr, {}, name.newTarget);
+        if (newTarget) keywordChange(Rule::KEYWORD_MADE_ALIAS, name.oldKeyword, nullptr, {}, newTarget);
         else keywordChange(Rule::KEYWORD_REMOVED, name.oldKeyword, nullptr);
     } else if (name.newKeyword != nullptr) {
-        if (name.oldTarget) keywordChange(Rule::ALIAS_MADE_KEYWORD, nullptr, name.newKeyword, name.oldTarget);
+        if (oldTarget) keywordChange(Rule::ALIAS_MADE_KEYWORD, nullptr, name.newKeyword, oldTarget);
         else keywordChange(Rule::KEYWORD_ADDED, nullptr, name.newKeyword);
     }
-    if (name.oldTarget && name.newTarget) {
-        if (*name.oldTarget != *name.newTarget)
-            aliasChange(Rule::ALIAS_TARGET_CHANGED, name.name, name.oldTarget, name.newTarget);
-    } else if (name.oldTarget && name.newKeyword == nullptr) {
-        aliasChange(Rule::ALIAS_REMOVED, name.name, name.oldTarget, {});
-    } else if (name.newTarget && name.oldKeyword == nullptr) {
-        aliasChange(Rule::ALIAS_ADDED, name.name, {}, name.newTarget);
+    if (oldTarget && newTarget) {
+        if (*oldTarget != *newTarget) aliasChange(Rule::ALIAS_TARGET_CHANGED, name.name, oldTarget, newTarget);
+    } else if (oldTarget && name.newKeyword == nullptr) {
+        aliasChange(Rule::ALIAS_REMOVED, name.name, oldTarget, {});
+    } else if (newTarget && name.oldKeyword == nullptr) {
+        aliasChange(Rule::ALIAS_ADDED, name.name, {}, newTarget);
     }
     closeGroup();
-    if (name.oldKeyword != nullptr && name.newKeyword != nullptr) compareOptions(*name.oldKeyword, *name.newKeyword);
+    if (name.oldKeyword != nullptr && name.newKeyword != nullptr) {
+        compareOptions(name.name, *name.oldKeyword, *name.newKeyword, true);
+        return;
+    }
+    // Where both sides run the same other command, that command's own name
+    // reports what changed in it.
+    const KeywordDef* before = commandOf(name.oldKeyword, name.oldTarget);
+    const KeywordDef* after = commandOf(name.newKeyword, name.newTarget);
+    if (before != nullptr && after != nullptr && before->name != after->name)
+        compareOptions(name.name, *before, *after, false);
 }
 
 void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& newKeyword) {
@@ -142,11 +136,12 @@ void Comparison::compareKeyword(const KeywordDef& oldKeyword, const KeywordDef& 
         if (oldKeyword.*text.text != newKeyword.*text.text)
             keywordChange(text.changed, &oldKeyword, &newKeyword, keepQuoted(oldKeyword.*text.text),
                           keepQuoted(newKeyword.*text.text));
-    for (const FlagRules& flag : kKeywordFlags) {
-        const DirectiveSpec& row = directiveRow(flag.directive);
+    // Every keyword flag of the language, with the rules its row gives.
+    for (const DirectiveSpec& row : kDirectives) {
+        if (row.keywordFlag == nullptr) continue;
         const bool before = oldKeyword.*row.keywordFlag == row.flagValue;
         const bool after = newKeyword.*row.keywordFlag == row.flagValue;
-        if (before != after) keywordChange(after ? flag.added : flag.removed, &oldKeyword, &newKeyword);
+        if (before != after) keywordChange(flagRule(row, after), &oldKeyword, &newKeyword);
     }
     if (oldKeyword.operandsAreModelName && newKeyword.operandsAreModelName &&
         oldKeyword.numTokensInModelName != newKeyword.numTokensInModelName)

@@ -1,12 +1,8 @@
 #include "diff/definition_loader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstring>
 
+#include "companion/file_text.h"
 #include "docgen/alias_reader.h"
 #include "reader/definition_reader.h"
 
@@ -53,27 +49,14 @@ Diagnostic cannotRead(const std::string& path, int error) {
     return Diagnostic{.file = path, .message = std::string("cannot read the file: ") + std::strerror(error)};
 }
 
-// A directory opens like a file but reads as nothing, which would pass for
-// an empty definition.
-std::optional<Diagnostic> checkReadable(const std::string& path, int fd) {
-    struct stat status {};
-    if (fd < 0 || ::fstat(fd, &status) != 0) return cannotRead(path, errno);
-    if (S_ISDIR(status.st_mode)) return cannotRead(path, EISDIR);
-    return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<Diagnostic> loadDefinition(const std::string& path, DefinitionSet& definitions) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (auto unreadable = checkReadable(path, fd)) {
-        if (fd >= 0) ::close(fd);
-        return unreadable;
-    }
-    LineReader input(fd);
-    std::optional<Diagnostic> result = readDefinition(input, path, definitions);
-    ::close(fd);
-    return result;
+    companion::InputFile file;
+    int reason = 0;
+    if (!file.open(path, reason)) return cannotRead(path, reason);
+    LineReader input(file.fd());
+    return readDefinition(input, path, definitions);
 }
 
 std::optional<Diagnostic> readDefinition(LineReader& input, const std::string& file, DefinitionSet& definitions) {
@@ -81,20 +64,15 @@ std::optional<Diagnostic> readDefinition(LineReader& input, const std::string& f
     FirstError error(file);
     error.listen(report);
     DefinitionReader reader(definitions, report);
-    Line line{};
-    int lineNumber = 0;
-    bool read = true;
-    while (read && input.next(line)) read = reader.readLine(line, ++lineNumber);
-    if (read && reader.finish(lineNumber)) return std::nullopt;
+    if (reader.read(input)) return std::nullopt;
     return error.take();
 }
 
 std::optional<Diagnostic> loadAliases(const std::string& path, DefinitionSet& definitions) {
     // Checked here so that the message says why; the reader opens it again.
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    auto unreadable = checkReadable(path, fd);
-    if (fd >= 0) ::close(fd);
-    if (unreadable) return unreadable;
+    companion::InputFile file;
+    int reason = 0;
+    if (!file.open(path, reason)) return cannotRead(path, reason);
     Reporter report;
     FirstError error(path);
     error.listen(report);

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <thread>
 
+#include "companion/diagnostic_printer.h"
+#include "companion/exit_code.h"
 #include "diff/comparer.h"
 #include "diff/definition_loader.h"
 #include "diff/report.h"
@@ -41,11 +43,8 @@ void describeCommandLine(CLI::App& app, Settings& settings) {
 }
 
 void printDiagnostic(std::ostream& err, const Diagnostic& diagnostic, bool colour) {
-    std::string location = diagnostic.file;
-    if (diagnostic.line > 0) location += ':' + std::to_string(diagnostic.line);
-    if (diagnostic.column > 0) location += ':' + std::to_string(diagnostic.column);
-    if (colour) err << "\033[1m" << location << ": \033[1;31merror:\033[0m " << diagnostic.message << '\n';
-    else err << location << ": error: " << diagnostic.message << '\n';
+    companion::printDiagnostic(err, {diagnostic.file, diagnostic.line, diagnostic.column}, companion::Severity::Error,
+                               diagnostic.message, "", colour);
 }
 
 // Reads OLD on a second thread while NEW is read on this one, then each
@@ -66,9 +65,10 @@ bool load(const Settings& settings, DefinitionSet& oldSet, DefinitionSet& newSet
 
 int exitStatus(const ChangeList& changes, const std::string& failOn) {
     const CategoryCounts counts = countCategories(changes);
-    if (failOn == "none") return kNoFinding;
-    if (counts.breaking > 0) return kFinding;
-    return failOn == "behaviour" && counts.behaviour > 0 ? kFinding : kNoFinding;
+    using namespace companion;
+    if (failOn == "none") return kExitClean;
+    if (counts.breaking > 0) return kExitFindings;
+    return failOn == "behaviour" && counts.behaviour > 0 ? kExitFindings : kExitClean;
 }
 
 }  // namespace
@@ -85,12 +85,12 @@ int runQuilletDiff(const std::vector<std::string>& arguments, std::ostream& out,
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error, out, err);
         err << "quillet-diff: error: " << error.what() << "\nRun with --help for more information.\n";
-        return kUnusable;
+        return companion::kExitFailure;
     }
 
     DefinitionSet oldSet;
     DefinitionSet newSet;
-    if (!load(settings, oldSet, newSet, err, terminal.colourErr)) return kUnusable;
+    if (!load(settings, oldSet, newSet, err, terminal.colourErr)) return companion::kExitFailure;
     TextArena values;
     const ChangeList changes = compareDefinitions(oldSet, newSet, values);
     if (settings.format == "json") writeJsonReport(out, changes);

@@ -6,18 +6,15 @@
 
 namespace quillet::diff {
 
-// Where colour may be used: only on a terminal, and never with NO_COLOR.
+// Where colour may be used (companion/terminal.h says when).
 struct Terminal {
     bool colourOut = false;
     bool colourErr = false;
 };
 
-// Exit statuses of the program.
-constexpr int kNoFinding = 0;
-constexpr int kFinding = 1;       // a change of a category --fail-on names
-constexpr int kUnusable = 2;      // a usage error or a file that does not read
-
 // One run of quillet-diff with these arguments (after the program name).
+// The exit status is a companion one: findings are changes of a category
+// that --fail-on names; a failure is a usage error or a file that does not read.
 int runQuilletDiff(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
                    Terminal terminal);
 

@@ -58,25 +58,37 @@ std::string caseSensitivity(const OptionDef& option) {
 
 }  // namespace
 
-void Comparison::compareOptions(const KeywordDef& oldKeyword, const KeywordDef& newKeyword) {
-    for (const OptionPair& pair : pairByName(oldKeyword.options, newKeyword.options)) {
-        if (pair.newOption == nullptr) optionChange(Rule::OPTION_REMOVED, oldKeyword.name, pair.oldOption, nullptr);
-        else if (pair.oldOption == nullptr) optionChange(Rule::OPTION_ADDED, newKeyword.name, nullptr, pair.newOption);
-        else compareOption(oldKeyword.name, *pair.oldOption, *pair.newOption);
+void Comparison::compareOptions(Text name, const KeywordDef& oldCommand, const KeywordDef& newCommand,
+                                bool sameKeyword) {
+    for (const OptionPair& pair : pairByName(oldCommand.options, newCommand.options)) {
+        if (pair.newOption == nullptr) {
+            optionChange(Rule::OPTION_REMOVED, name, pair.oldOption, nullptr);
+        } else if (pair.oldOption == nullptr) {
+            optionChange(Rule::OPTION_ADDED, name, nullptr, pair.newOption);
+        } else {
+            if (sameKeyword) compareOptionTexts(name, *pair.oldOption, *pair.newOption);
+            compareOption(name, *pair.oldOption, *pair.newOption);
+        }
         closeGroup();
     }
 }
 
-// Once the type changed, defaults, limits and lookup names are values of
-// different kinds; the type change says it all.
-void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption) {
+// The ID and the description belong to one keyword's option: a name that
+// now runs another command has the other command's, and says so already.
+void Comparison::compareOptionTexts(Text keyword, const OptionDef& oldOption, const OptionDef& newOption) {
     if (oldOption.id != newOption.id)
         optionChange(Rule::OPTION_ID_CHANGED, keyword, &oldOption, &newOption, oldOption.id, newOption.id);
     if (oldOption.description != newOption.description)
         optionChange(Rule::OPTION_DESCRIPTION_CHANGED, keyword, &oldOption, &newOption,
                      keepQuoted(oldOption.description), keepQuoted(newOption.description));
+}
+
+// What a script may give the option and what an omitted one stands for.
+// Once the type changed, defaults, limits and lookup names are values of
+// different kinds; the type change says it all.
+void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const OptionDef& newOption) {
     if (oldOption.readOnly != newOption.readOnly)
-        optionChange(newOption.readOnly ? Rule::OPTION_MADE_READ_ONLY : Rule::OPTION_MADE_WRITABLE, keyword,
+        optionChange(flagRule(directiveRow(Directive::OPT_READONLY), newOption.readOnly), keyword,
                      &oldOption, &newOption);
     if (oldOption.type != newOption.type) {
         optionChange(Rule::OPTION_TYPE_CHANGED, keyword, &oldOption, &newOption, keep(typeWord(oldOption.type)),
@@ -93,8 +105,9 @@ void Comparison::compareOption(Text keyword, const OptionDef& oldOption, const O
     if (oldOption.type == OptionType::NQ_INT_TYPE) {
         compareLookupNames(keyword, oldOption, newOption);
         if (oldOption.lookupCaseSensitive != newOption.lookupCaseSensitive)
-            optionChange(Rule::LOOKUP_CASE_SENSITIVITY_CHANGED, keyword, &oldOption, &newOption,
-                         keep(caseSensitivity(oldOption)), keep(caseSensitivity(newOption)));
+            optionChange(flagRule(directiveRow(Directive::OPT_LOOKUP_CASE_SENSITIVE), newOption.lookupCaseSensitive),
+                         keyword, &oldOption, &newOption, keep(caseSensitivity(oldOption)),
+                         keep(caseSensitivity(newOption)));
     }
 }
 

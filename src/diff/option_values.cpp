@@ -59,21 +59,15 @@ LimitValue LimitReader::read(const DefinitionSet& definitions, const OptionDef& 
     const bool minimum = limit == Limit::Minimum;
     const Text text = minimum ? option.minimumText : option.maximumText;
     LimitValue result;
+    LimitReading reading;
     if (!(minimum ? option.hasMinimum : option.hasMaximum) || words_ == nullptr ||
-        nqtoken_refill(words_, text.data(), " \t\n", nullptr, nullptr) != 0)
+        !readLimit(definitions, option.type, text.data(), *words_, reading))
         return result;
     if (option.type == OptionType::NQ_INT_TYPE) {
-        int parsed = 0;
-        std::int32_t byId = 0;
-        if (nqtoken_get_int(words_, 0, &parsed) == 0) {
-            result.value = parsed;
-        } else if (definitions.findEntryValueById(text, byId)) {
-            result.value = byId;
-            result.byEntryId = true;
-        }
-    } else if (option.type == OptionType::NQ_DOUBLE_TYPE) {
-        double parsed = 0;
-        if (nqtoken_get_double(words_, 0, &parsed) == 0 && !std::isnan(parsed)) result.value = parsed;
+        result.value = reading.integer;
+        result.byEntryId = reading.byEntryId;
+    } else if (option.type == OptionType::NQ_DOUBLE_TYPE && !std::isnan(reading.real)) {
+        result.value = reading.real;
     }
     return result;
 }

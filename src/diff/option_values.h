@@ -23,10 +23,8 @@ struct LimitValue {
     bool byEntryId = false;       // the text named a lookup entry
 };
 
-// Reads accepted limit texts the way the reader checked them: an integer
-// option's limit is its first word as an integer or else the whole text as a
-// lookup entry ID; a double option's is its first word as a double (a NaN
-// limit refuses nothing).
+// Reads accepted limit texts with the reader's own readLimit, as it checked
+// them; a NaN limit refuses nothing.
 class LimitReader {
 public:
     LimitReader();

@@ -14,6 +14,22 @@ std::string_view categoryName(Category category) {
     return "";
 }
 
+Rule flagRule(const DirectiveSpec& row, bool given) {
+    // In the order kRules appends them.
+    static constexpr auto kFlagRules = [] {
+        std::array<std::array<Rule, 2>, kDirectiveCount> flagRules{};
+        std::size_t next = rules::kOwnRules.size();
+        for (std::size_t i = 0; i < kDirectiveCount; ++i) {
+            const DirectiveSpec& flag = kDirectives[i];
+            if (!flag.isFlag()) continue;
+            flagRules[i][0] = static_cast<Rule>(next++);
+            flagRules[i][1] = flag.dropped.name == flag.given.name ? flagRules[i][0] : static_cast<Rule>(next++);
+        }
+        return flagRules;
+    }();
+    return kFlagRules[rowIndex(row)][given ? 0 : 1];
+}
+
 std::size_t ruleNameRank(Rule rule) {
     static constexpr auto kRanks = [] {
         std::array<std::size_t, kRules.size()> byName{};

@@ -5,68 +5,38 @@
 #include <cstdint>
 #include <string_view>
 
+#include "language/directive.h"
+
 namespace quillet::diff {
 
 // What a change means for a script written for the old definition.
-enum class Category : std::uint8_t {
-    Breaking,    // a script that ran before may now be refused
-    Behaviour,   // the script still runs but may mean something else
-    Compatible,  // every script means what it meant
-};
+using Category = ChangeCategory;
 
 std::string_view categoryName(Category category);
 
 // Every kind of change the comparer reports. The names are part of the
-// output and stay stable.
+// output and stay stable. The rules of the flags come from the directive
+// table, after these: one for giving each flag and one for dropping it.
 enum class Rule : std::uint8_t {
     KEYWORD_REMOVED,
     OPTION_REMOVED,
     OPTION_TYPE_CHANGED,
     LIMIT_NARROWED,
     LOOKUP_NAME_REMOVED,
-    OPTION_MADE_READ_ONLY,
     ALIAS_REMOVED,
-    KEY_NO_OPTIONS_ADDED,
-    KEY_ALLOW_BLANK_OPERANDS_REMOVED,
 
     DEFAULT_CHANGED,
     LOOKUP_VALUE_CHANGED,
-    LOOKUP_CASE_SENSITIVITY_CHANGED,
     ALIAS_TARGET_CHANGED,
     KEYWORD_MADE_ALIAS,
     ALIAS_MADE_KEYWORD,
     MODEL_NAME_TOKENS_CHANGED,
-    KEY_OPERANDS_ARE_MODEL_NAME_ADDED,
-    KEY_OPERANDS_ARE_MODEL_NAME_REMOVED,
-    KEY_NO_NEW_MODEL_ADDED,
-    KEY_NO_NEW_MODEL_REMOVED,
-    KEY_OPERANDS_NEED_FORMATTING_ADDED,
-    KEY_OPERANDS_NEED_FORMATTING_REMOVED,
-    KEY_OPERANDS_REVERSE_FOR_NAME_ADDED,
-    KEY_OPERANDS_REVERSE_FOR_NAME_REMOVED,
-    KEY_PRESERVE_OPERANDS_ADDED,
-    KEY_PRESERVE_OPERANDS_REMOVED,
-    KEY_NO_DEFAULTS_ADDED,
-    KEY_NO_DEFAULTS_REMOVED,
-    KEY_IS_DELETE_ADDED,
-    KEY_IS_DELETE_REMOVED,
-    KEY_IS_RENAME_ADDED,
-    KEY_IS_RENAME_REMOVED,
 
     KEYWORD_ADDED,
     OPTION_ADDED,
     LIMIT_WIDENED,
     LOOKUP_NAME_ADDED,
-    OPTION_MADE_WRITABLE,
     ALIAS_ADDED,
-    KEYWORD_DEPRECATED,
-    KEYWORD_UNDEPRECATED,
-    KEY_NO_OPTIONS_REMOVED,
-    KEY_ALLOW_BLANK_OPERANDS_ADDED,
-    KEY_NO_DOCUMENTATION_ADDED,
-    KEY_NO_DOCUMENTATION_REMOVED,
-    KEY_SHORT_DOCUMENTATION_ADDED,
-    KEY_SHORT_DOCUMENTATION_REMOVED,
     KEYWORD_ID_CHANGED,
     OPTION_ID_CHANGED,
     SUMMARY_CHANGED,
@@ -76,13 +46,11 @@ enum class Rule : std::uint8_t {
     OPTION_DESCRIPTION_CHANGED,
 };
 
-// `message` is a sentence in which {keyword}, {option}, {old} and {new}
-// stand for the change's own words.
 struct RuleInfo {
     Rule rule;
     std::string_view name;
     Category category;
-    std::string_view message;
+    std::string_view message;  // {keyword}, {option}, {old} and {new} stand for the change's words
 };
 
 namespace rules {
@@ -90,11 +58,9 @@ using R = Rule;
 constexpr Category kBreaking = Category::Breaking;
 constexpr Category kBehaviour = Category::Behaviour;
 constexpr Category kCompatible = Category::Compatible;
-}  // namespace rules
 
-inline constexpr auto kRules = [] {
-    using namespace rules;
-    return std::array<RuleInfo, 53>{{
+inline constexpr auto kOwnRules = [] {
+    return std::to_array<RuleInfo>({
         {R::KEYWORD_REMOVED, "KEYWORD_REMOVED", kBreaking, "Command {keyword} was removed"},
         {R::OPTION_REMOVED, "OPTION_REMOVED", kBreaking, "Option {option} of {keyword} was removed"},
         {R::OPTION_TYPE_CHANGED, "OPTION_TYPE_CHANGED", kBreaking,
@@ -103,19 +69,11 @@ inline constexpr auto kRules = [] {
          "Option {option} of {keyword} accepts fewer values: {old} became {new}"},
         {R::LOOKUP_NAME_REMOVED, "LOOKUP_NAME_REMOVED", kBreaking,
          "Option {option} of {keyword} no longer accepts the name {old}"},
-        {R::OPTION_MADE_READ_ONLY, "OPTION_MADE_READ_ONLY", kBreaking,
-         "Option {option} of {keyword} became read-only"},
         {R::ALIAS_REMOVED, "ALIAS_REMOVED", kBreaking, "Alias {keyword} of {old} was removed"},
-        {R::KEY_NO_OPTIONS_ADDED, "KEY_NO_OPTIONS_ADDED", kBreaking, "Command {keyword} no longer accepts options"},
-        {R::KEY_ALLOW_BLANK_OPERANDS_REMOVED, "KEY_ALLOW_BLANK_OPERANDS_REMOVED", kBreaking,
-         "Command {keyword} no longer accepts blank operands"},
-
         {R::DEFAULT_CHANGED, "DEFAULT_CHANGED", kBehaviour,
          "The default of option {option} of {keyword} changed from {old} to {new}"},
         {R::LOOKUP_VALUE_CHANGED, "LOOKUP_VALUE_CHANGED", kBehaviour,
          "Option {option} of {keyword}: the name {old} now stands for {new}"},
-        {R::LOOKUP_CASE_SENSITIVITY_CHANGED, "LOOKUP_CASE_SENSITIVITY_CHANGED", kBehaviour,
-         "The names of option {option} of {keyword} became {new}"},
         {R::ALIAS_TARGET_CHANGED, "ALIAS_TARGET_CHANGED", kBehaviour,
          "Alias {keyword} now stands for {new} instead of {old}"},
         {R::KEYWORD_MADE_ALIAS, "KEYWORD_MADE_ALIAS", kBehaviour, "Command {keyword} became an alias of {new}"},
@@ -123,59 +81,13 @@ inline constexpr auto kRules = [] {
          "Alias {keyword} of {old} became a command of its own"},
         {R::MODEL_NAME_TOKENS_CHANGED, "MODEL_NAME_TOKENS_CHANGED", kBehaviour,
          "Command {keyword} takes {new} operand words as the model name instead of {old}"},
-        {R::KEY_OPERANDS_ARE_MODEL_NAME_ADDED, "KEY_OPERANDS_ARE_MODEL_NAME_ADDED", kBehaviour,
-         "Command {keyword} now reads its operands as a model name"},
-        {R::KEY_OPERANDS_ARE_MODEL_NAME_REMOVED, "KEY_OPERANDS_ARE_MODEL_NAME_REMOVED", kBehaviour,
-         "Command {keyword} no longer reads its operands as a model name"},
-        {R::KEY_NO_NEW_MODEL_ADDED, "KEY_NO_NEW_MODEL_ADDED", kBehaviour,
-         "Command {keyword} no longer makes a new model from its operands"},
-        {R::KEY_NO_NEW_MODEL_REMOVED, "KEY_NO_NEW_MODEL_REMOVED", kBehaviour,
-         "Command {keyword} may make a new model from its operands"},
-        {R::KEY_OPERANDS_NEED_FORMATTING_ADDED, "KEY_OPERANDS_NEED_FORMATTING_ADDED", kBehaviour,
-         "Command {keyword} now formats its operands"},
-        {R::KEY_OPERANDS_NEED_FORMATTING_REMOVED, "KEY_OPERANDS_NEED_FORMATTING_REMOVED", kBehaviour,
-         "Command {keyword} no longer formats its operands"},
-        {R::KEY_OPERANDS_REVERSE_FOR_NAME_ADDED, "KEY_OPERANDS_REVERSE_FOR_NAME_ADDED", kBehaviour,
-         "Command {keyword} now reverses its operands to form the name"},
-        {R::KEY_OPERANDS_REVERSE_FOR_NAME_REMOVED, "KEY_OPERANDS_REVERSE_FOR_NAME_REMOVED", kBehaviour,
-         "Command {keyword} no longer reverses its operands to form the name"},
-        {R::KEY_PRESERVE_OPERANDS_ADDED, "KEY_PRESERVE_OPERANDS_ADDED", kBehaviour,
-         "Command {keyword} now keeps its operands as written"},
-        {R::KEY_PRESERVE_OPERANDS_REMOVED, "KEY_PRESERVE_OPERANDS_REMOVED", kBehaviour,
-         "Command {keyword} no longer keeps its operands as written"},
-        {R::KEY_NO_DEFAULTS_ADDED, "KEY_NO_DEFAULTS_ADDED", kBehaviour,
-         "Command {keyword} no longer applies option defaults"},
-        {R::KEY_NO_DEFAULTS_REMOVED, "KEY_NO_DEFAULTS_REMOVED", kBehaviour,
-         "Command {keyword} now applies option defaults"},
-        {R::KEY_IS_DELETE_ADDED, "KEY_IS_DELETE_ADDED", kBehaviour, "Command {keyword} became the delete command"},
-        {R::KEY_IS_DELETE_REMOVED, "KEY_IS_DELETE_REMOVED", kBehaviour,
-         "Command {keyword} is no longer the delete command"},
-        {R::KEY_IS_RENAME_ADDED, "KEY_IS_RENAME_ADDED", kBehaviour, "Command {keyword} became the rename command"},
-        {R::KEY_IS_RENAME_REMOVED, "KEY_IS_RENAME_REMOVED", kBehaviour,
-         "Command {keyword} is no longer the rename command"},
-
         {R::KEYWORD_ADDED, "KEYWORD_ADDED", kCompatible, "Command {keyword} was added"},
         {R::OPTION_ADDED, "OPTION_ADDED", kCompatible, "Option {option} of {keyword} was added"},
         {R::LIMIT_WIDENED, "LIMIT_WIDENED", kCompatible,
          "Option {option} of {keyword} accepts more values: {old} became {new}"},
         {R::LOOKUP_NAME_ADDED, "LOOKUP_NAME_ADDED", kCompatible,
          "Option {option} of {keyword} accepts the new name {new}"},
-        {R::OPTION_MADE_WRITABLE, "OPTION_MADE_WRITABLE", kCompatible,
-         "Option {option} of {keyword} is no longer read-only"},
         {R::ALIAS_ADDED, "ALIAS_ADDED", kCompatible, "Alias {keyword} of {new} was added"},
-        {R::KEYWORD_DEPRECATED, "KEYWORD_DEPRECATED", kCompatible, "Command {keyword} was deprecated"},
-        {R::KEYWORD_UNDEPRECATED, "KEYWORD_UNDEPRECATED", kCompatible, "Command {keyword} is no longer deprecated"},
-        {R::KEY_NO_OPTIONS_REMOVED, "KEY_NO_OPTIONS_REMOVED", kCompatible, "Command {keyword} now accepts options"},
-        {R::KEY_ALLOW_BLANK_OPERANDS_ADDED, "KEY_ALLOW_BLANK_OPERANDS_ADDED", kCompatible,
-         "Command {keyword} now accepts blank operands"},
-        {R::KEY_NO_DOCUMENTATION_ADDED, "KEY_NO_DOCUMENTATION_ADDED", kCompatible,
-         "Command {keyword} was left out of the reference"},
-        {R::KEY_NO_DOCUMENTATION_REMOVED, "KEY_NO_DOCUMENTATION_REMOVED", kCompatible,
-         "Command {keyword} was added to the reference"},
-        {R::KEY_SHORT_DOCUMENTATION_ADDED, "KEY_SHORT_DOCUMENTATION_ADDED", kCompatible,
-         "Command {keyword} was marked for short documentation"},
-        {R::KEY_SHORT_DOCUMENTATION_REMOVED, "KEY_SHORT_DOCUMENTATION_REMOVED", kCompatible,
-         "Command {keyword} is no longer marked for short documentation"},
         {R::KEYWORD_ID_CHANGED, "KEYWORD_ID_CHANGED", kCompatible,
          "The ID of command {keyword} changed from {old} to {new}"},
         {R::OPTION_ID_CHANGED, "OPTION_ID_CHANGED", kCompatible,
@@ -188,7 +100,36 @@ inline constexpr auto kRules = [] {
          "The operand description of {keyword} changed"},
         {R::OPTION_DESCRIPTION_CHANGED, "OPTION_DESCRIPTION_CHANGED", kCompatible,
          "The description of option {option} of {keyword} changed"},
-    }};
+    });
+}();
+
+// A flag's rules: the one for giving it and, unless the two are one rule
+// (a change either way), the one for dropping it.
+constexpr std::size_t flagRuleCount() {
+    std::size_t count = 0;
+    for (const DirectiveSpec& row : kDirectives)
+        if (row.isFlag()) count += row.given.name == row.dropped.name ? 1 : 2;
+    return count;
+}
+
+}  // namespace rules
+
+inline constexpr std::size_t kRuleCount = rules::kOwnRules.size() + rules::flagRuleCount();
+
+inline constexpr auto kRules = [] {
+    std::array<RuleInfo, kRuleCount> all{};
+    std::size_t next = 0;
+    for (const RuleInfo& rule : rules::kOwnRules) all[next++] = rule;
+    auto add = [&](const ChangeRule& rule) {
+        all[next] = {static_cast<Rule>(next), rule.name, rule.category, rule.message};
+        ++next;
+    };
+    for (const DirectiveSpec& row : kDirectives) {
+        if (!row.isFlag()) continue;
+        add(row.given);
+        if (row.dropped.name != row.given.name) add(row.dropped);
+    }
+    return all;
 }();
 
 // The table is indexed by the rule's number.
@@ -199,6 +140,9 @@ static_assert([] {
 }());
 
 inline const RuleInfo& ruleInfo(Rule rule) { return kRules[static_cast<std::size_t>(rule)]; }
+
+// The rule of giving (or else dropping) the flag of a directive row.
+Rule flagRule(const DirectiveSpec& row, bool given);
 
 // The rule's place in the byte-wise order of the rule names, as reports
 // sort the changes of one keyword or option.

@@ -1,5 +1,7 @@
 #include "docgen/command_index_writer.h"
 
+#include "docgen/reference_format.h"
+
 namespace quillet {
 
 bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& /*context*/, OutputFile& out) {
@@ -9,7 +11,7 @@ bool writeCommandIndex(const DefinitionSet& definitions, const RunContext& /*con
         if (record->noDocumentation) continue;
         out << "    <TocEntry\r\n"
                "      Title=\"" << record->name << "\"\r\n"
-               "      Link=\"/Content/orrery_command_reference/" << record->name << ".html\" />\r\n";
+               "      Link=\"" << reference::kContentPath << record->name << reference::kTopicSuffix << "\" />\r\n";
     }
     return true;
 }

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "codegen/output_file.h"
+#include "output/output_file.h"
 #include "model/definition_set.h"
 #include "model/run_context.h"
 
 namespace quillet {
-
-inline constexpr const char* kCommandIndexFile = "Commands.fltoc";
 
 // One table-of-contents entry per documented record, in list order. Only
 // the open can fail, so the result is always true.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "codegen/unknown_type.h"
+#include "output/unknown_type.h"
 #include "docgen/page_frame.h"
 #include "docgen/text_escape.h"
 

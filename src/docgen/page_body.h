@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codegen/output_file.h"
+#include "output/output_file.h"
 #include "model/definition_set.h"
 #include "model/keyword_def.h"
 #include "model/run_context.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "docgen/reference_format.h"
 #include "docgen/text_escape.h"
 
 namespace quillet {
@@ -25,16 +26,19 @@ void writeNavigationTable(OutputFile& out) {
     out << "    <table class=\"NavLink\" MadCap:conditions=\"Default.ScreenOnly\">\r\n"
            "      <tr class=\"NavLink\">\r\n"
            "        <td class=\"NavLeft\">\r\n"
-           "          <span class=\"NavText\">&#9664; <MadCap:xref class=\"NavLink\" "
-           "href=\"PREV_KEYWORD.html\">PREV_KEYWORD</MadCap:xref></span>\r\n"
+           "          <span class=\"NavText\">&#9664; <MadCap:xref class=\"NavLink\" href=\""
+        << reference::kPreviousLink << "\">" << reference::kPreviousPlaceholder
+        << "</MadCap:xref></span>\r\n"
            "        </td>\r\n"
            "        <td class=\"NavCenter\">\r\n"
-           "          <span class=\"NavText\"><MadCap:xref class=\"NavLink\" "
-           "href=\"orrery_command_referenceTOC.htm\">Orrery Command Reference Manual</MadCap:xref></span>\r\n"
+           "          <span class=\"NavText\"><MadCap:xref class=\"NavLink\" href=\""
+        << reference::kContentsLink << "\">" << reference::kManualTitle
+        << "</MadCap:xref></span>\r\n"
            "        </td>\r\n"
            "        <td class=\"NavRight\">\r\n"
-           "          <span class=\"NavText\"><MadCap:xref class=\"NavLink\" "
-           "href=\"NEXT_KEYWORD.html\">NEXT_KEYWORD</MadCap:xref> &#9654;</span>\r\n"
+           "          <span class=\"NavText\"><MadCap:xref class=\"NavLink\" href=\""
+        << reference::kNextLink << "\">" << reference::kNextPlaceholder
+        << "</MadCap:xref> &#9654;</span>\r\n"
            "        </td>\r\n"
            "      </tr>\r\n"
            "    </table>\r\n";
@@ -52,7 +56,7 @@ void writeAliasLinks(OutputFile& out, const KeywordDef& record) {
                      });
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         const std::string name = escapeText(sorted[i]->name);
-        out << "<a href=\"" << name << ".html\">" << name << "</a>";
+        out << "<a href=\"" << name << reference::kTopicSuffix << "\">" << name << "</a>";
         if (i + 1 < sorted.size()) out << ", \r\n";
     }
 }

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "codegen/output_file.h"
+#include "output/output_file.h"
 #include "model/keyword_def.h"
 
 namespace quillet {

@@ -5,6 +5,7 @@
 
 #include "docgen/page_body.h"
 #include "docgen/page_frame.h"
+#include "docgen/reference_format.h"
 #include "docgen/text_escape.h"
 
 namespace quillet {
@@ -56,7 +57,7 @@ bool writeCommandPages(const DefinitionSet& definitions, const RunContext& conte
     std::string fileName;
     for (const KeywordDef* record : definitions.keywords) {
         if (record->noDocumentation) continue;
-        fileName.assign(std::string_view(record->name)).append(".html");
+        fileName.assign(std::string_view(record->name)).append(reference::kTopicSuffix);
         if (!openOutputFile(out, context, fileName) || !writeTopic(definitions, context, *record, out)) return false;
     }
     return true;

@@ -93,12 +93,13 @@ std::string misreadGroup(const Word& first, const Word& second, const Word& thir
 }
 
 Diagnostic layout(Position position, std::string message) {
-    return {Severity::Warning, findRule("alias-layout"), position, std::move(message), {}};
+    return {Severity::Warning, RuleId::AliasLayout, position, std::move(message), {}, {}};
 }
 
 }  // namespace
 
-std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_set<std::string> keywords) {
+std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_set<std::string> keywords,
+                                     std::vector<AliasUse>* uses) {
     std::vector<Diagnostic> found;
     WordScanner scanner(content);
     // The alias word keeps its last value when the file ends inside a group.
@@ -142,11 +143,14 @@ std::vector<Diagnostic> checkAliases(std::string_view content, std::unordered_se
         }
 
         keywords.insert(std::string(alias));  // an alias may name itself, and later ones may name it
+        if (!reported && uses != nullptr)
+            uses->push_back({second->text, second->position, keyword.text, keyword.position});
         if (!reported && !keywords.contains(std::string(keyword.text)))
-            found.push_back({Severity::Warning, findRule("alias-unknown-keyword"), keyword.position,
+            found.push_back({Severity::Warning, RuleId::AliasUnknownKeyword, keyword.position,
                              "alias " + quoted(alias) + " stands for " + quoted(keyword.text) +
                                  ", which is no keyword of the definition nor an alias before it: quillet -html "
                                  "fails here",
+                             {},
                              {}});
     }
     return found;

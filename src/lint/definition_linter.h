@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -8,7 +9,6 @@
 #include <vector>
 
 #include "lint/diagnostic.h"
-#include "lint/name_positions.h"
 #include "model/definition_set.h"
 #include "reader/definition_reader.h"
 #include "reader/line_reader.h"
@@ -26,6 +26,9 @@ public:
     explicit DefinitionLinter(std::size_t maxErrors);
 
     void read(LineReader& lines);
+    // Shows every word the reader sees to `observer` too (the language
+    // server indexes them), after the linter has seen it.
+    void forward(ReadObserver* observer) { forward_ = observer; }
 
     const DefinitionSet& definitions() const { return definitions_; }
     // Every diagnostic, in order of position; notes follow their diagnostic.
@@ -38,33 +41,48 @@ private:
         Channel channel;
         Position position;
         std::string text;
+        int identity;
     };
     // What the checks of an option need once it is closed.
     struct OpenOption {
         const OptionDef* option = nullptr;
         Position defaultAt;
+        std::size_t defaultLength = 0;  // as written, for a fix
         Position minimumAt;
         Position maximumAt;
+        bool lookupRefused = false;  // its OPT_LOOKUP: was an error, which explains a missing default
+        // Where OPT_MINIMUM:, OPT_MAXIMUM: and OPT_LOOKUP: were first given, for
+        // the note at a second one that replaces it.
+        std::array<Position, 3> settingAt{};
     };
 
     void word(const WordEvent& event) override;
+    void lineStarts(const Line& line, int number) override;
+    void lineEnds() override;
+    bool readsOn(Refusal refusal, const Line* line, int number, const DirectiveSpec*& readAs) override;
     void settle();
     void accepted(const WordEvent& event);
     void refused(Refusal refusal, const Line* line, int number);
-    void notesForRefusedWord(Diagnostic& error, Refusal refusal);
+    void notesForRefusedWord(Diagnostic& error, Refusal refusal, bool rangeCheck);
+    void suggest(Diagnostic& error);
+    std::optional<std::string_view> meantEntryId(std::string_view word) const;
+    Fix fixAt(Position position, std::string_view replacement) const;
     void checkWord(const WordEvent& event);
+    void checkQuotes(const WordEvent& event);
+    void checkReplaced(const WordEvent& event);
     void checkLineEnd(const Line& line, int number);
     void followOption();
     void closeOption();
     void checkLookupTables();
 
     void add(Diagnostic diagnostic);
-    void warn(std::string_view rule, Position position, std::string message, std::vector<Note> notes = {});
+    void warn(RuleId rule, Position position, std::string message, std::vector<Note> notes = {});
     Position definedAt(std::string_view id) const;
 
     DefinitionSet definitions_;
     Reporter report_;
     DefinitionReader* reader_ = nullptr;
+    ReadObserver* forward_ = nullptr;
     std::size_t maxErrors_;
     std::size_t errors_ = 0;
     std::size_t errorsNotKept_ = 0;
@@ -75,13 +93,11 @@ private:
     WordEvent pending_{};                   // the word being read, until it is settled
     bool hasPending_ = false;
     Position inForceAt_;  // where the directive in force was given
+    std::string_view line_;  // being read, as written
+    int lastLine_ = 0;
 
     // Where each name was first given, for the note at a duplicate.
-    NamePositions keywordNames_;
-    NamePositions optionNames_;  // of the keyword in force
-    NamePositions ids_;          // IDs and table names alike
-    Position entryIdAt_;         // of the lookup entry being read
-    std::array<Position, 29> onceGivenAt_{};  // by directive number: KEY_IS_DELETE: and KEY_IS_RENAME:
+    std::array<Position, kDirectiveCount> onceGivenAt_{};  // by row: KEY_IS_DELETE: and KEY_IS_RENAME:
 
     OpenOption open_;
     std::unordered_set<std::string_view> usedTables_;

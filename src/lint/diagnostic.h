@@ -4,16 +4,25 @@
 #include <string>
 #include <vector>
 
+#include "companion/diagnostic_printer.h"
 #include "lint/rules.h"
 #include "model/reporter.h"
 
 namespace quillet::lint {
 
-enum class Severity { Error, Warning, Note };
+using Severity = companion::Severity;
 
 struct Note {
     Position position;
     std::string message;
+};
+
+// A replacement of the `length` bytes at `position` that a did-you-mean
+// offers, for tools that apply it.
+struct Fix {
+    Position position;
+    std::size_t length;
+    std::string replacement;
 };
 
 // One problem at the line and 1-based byte column of the word that shows it,
@@ -24,6 +33,7 @@ struct Diagnostic {
     Position position;
     std::string message;
     std::vector<Note> notes;
+    std::vector<Fix> fixes;
 };
 
 // Everything found in one input file.

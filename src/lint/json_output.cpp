@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "companion/percent_encoding.h"
+
 #include <ostream>
 
 namespace quillet::lint {
@@ -10,14 +12,7 @@ namespace {
 
 using json = nlohmann::ordered_json;
 
-const char* severityName(Severity severity) {
-    switch (severity) {
-    case Severity::Error: return "error";
-    case Severity::Warning: return "warning";
-    case Severity::Note: return "note";
-    }
-    return "note";
-}
+std::string severityText(Severity severity) { return std::string(companion::severityName(severity)); }
 
 // Definitions may hold any bytes; invalid UTF-8 is shown as U+FFFD.
 void dump(std::ostream& out, const json& value) {
@@ -26,31 +21,34 @@ void dump(std::ostream& out, const json& value) {
 
 json entry(const FileReport& report, Severity severity, RuleId rule, Position position, const std::string& message) {
     return {{"file", report.name}, {"line", position.line}, {"column", position.column},
-            {"severity", severityName(severity)}, {"rule", kRules[rule].name}, {"message", message}};
+            {"severity", severityText(severity)}, {"rule", lint::rule(rule).name}, {"message", message}};
 }
 
-// A relative reference for a path: every byte but the unreserved ones and
-// the slash percent-encoded.
-std::string uriOf(const FileReport& report) {
-    if (report.path.empty() && report.name == "<stdin>") return "stdin";
-    static const char* hex = "0123456789ABCDEF";
-    std::string uri;
-    for (unsigned char c : report.name) {
-        if (std::isalnum(c) || c == '-' || c == '.' || c == '_' || c == '~' || c == '/') {
-            uri.push_back(static_cast<char>(c));
-        } else {
-            uri.push_back('%');
-            uri.push_back(hex[c >> 4]);
-            uri.push_back(hex[c & 15]);
-        }
-    }
-    return uri;
+// An absolute path as a file: URI; a relative one, as given, as a reference
+// against SRCROOT, the directory quillet-lint ran in.
+json artifactLocation(const FileReport& report) {
+    if (report.path.empty() && report.name == "<stdin>") return {{"uri", "stdin"}};
+    if (report.name.starts_with('/')) return {{"uri", "file://" + companion::percentEncoded(report.name)}};
+    return {{"uri", companion::percentEncoded(report.name)}, {"uriBaseId", "SRCROOT"}};
 }
 
-json location(const std::string& uri, Position position) {
+json location(const json& artifact, Position position) {
     return {{"physicalLocation",
-             {{"artifactLocation", {{"uri", uri}}},
+             {{"artifactLocation", artifact},
               {"region", {{"startLine", std::max(position.line, 1)}, {"startColumn", std::max(position.column, 1)}}}}}};
+}
+
+json fixOf(const json& artifact, const Fix& fix) {
+    const int column = std::max(fix.position.column, 1);
+    return {{"description", {{"text", "Replace with '" + fix.replacement + "'"}}},
+            {"artifactChanges",
+             json::array({{{"artifactLocation", artifact},
+                           {"replacements",
+                            json::array({{{"deletedRegion",
+                                           {{"startLine", std::max(fix.position.line, 1)},
+                                            {"startColumn", column},
+                                            {"endColumn", column + static_cast<int>(fix.length)}}},
+                                          {"insertedContent", {{"text", fix.replacement}}}}})}}})}};
 }
 
 }  // namespace
@@ -75,21 +73,24 @@ void writeSarif(std::ostream& out, const std::vector<FileReport>& reports) {
                          {"defaultConfiguration", {{"level", rule.kind == RuleKind::Error ? "error" : "warning"}}}});
     json results = json::array();
     for (const FileReport& report : reports) {
-        const std::string uri = uriOf(report);
+        const json artifact = artifactLocation(report);
         for (const Diagnostic& diagnostic : report.diagnostics) {
-            json result = {{"ruleId", kRules[diagnostic.rule].name},
-                           {"ruleIndex", diagnostic.rule},
-                           {"level", severityName(diagnostic.severity)},
+            json result = {{"ruleId", rule(diagnostic.rule).name},
+                           {"ruleIndex", index(diagnostic.rule)},
+                           {"level", severityText(diagnostic.severity)},
                            {"message", {{"text", diagnostic.message}}},
-                           {"locations", json::array({location(uri, diagnostic.position)})}};
+                           {"locations", json::array({location(artifact, diagnostic.position)})}};
             json related = json::array();
             for (const Note& note : diagnostic.notes) {
-                json place = location(uri, note.position);
+                json place = location(artifact, note.position);
                 place["id"] = related.size();
                 place["message"] = {{"text", note.message}};
                 related.push_back(std::move(place));
             }
             if (!related.empty()) result["relatedLocations"] = std::move(related);
+            json fixes = json::array();
+            for (const Fix& fix : diagnostic.fixes) fixes.push_back(fixOf(artifact, fix));
+            if (!fixes.empty()) result["fixes"] = std::move(fixes);
             results.push_back(std::move(result));
         }
     }
@@ -98,6 +99,9 @@ void writeSarif(std::ostream& out, const std::vector<FileReport>& reports) {
                {"runs", json::array({{{"tool", {{"driver", {{"name", "quillet-lint"},
                                                             {"version", QUILLET_VERSION},
                                                             {"rules", std::move(rules)}}}}},
+                                      {"originalUriBaseIds",
+                                       {{"SRCROOT",
+                                         {{"description", {{"text", "The directory quillet-lint was run in."}}}}}}},
                                       {"results", std::move(results)}}})}});
 }
 

@@ -1,16 +1,15 @@
 #include "lint/lint_run.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstring>
 #include <ostream>
 #include <limits>
 #include <optional>
 #include <unordered_set>
 
+#include "companion/exit_code.h"
+#include "companion/file_text.h"
 #include "lint/alias_check.h"
 #include "lint/definition_linter.h"
 #include "lint/json_output.h"
@@ -20,61 +19,15 @@ namespace quillet::lint {
 
 namespace {
 
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int fd) : fd_(fd) {}
-    ~FileDescriptor() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    int get() const { return fd_; }
-
-private:
-    int fd_;
-};
-
-void cannotRead(std::ostream& err, const std::string& path, int error) {
+bool cannotRead(std::ostream& err, const std::string& path, int error) {
     err << "quillet-lint: error: cannot read '" << path << "': " << std::strerror(error) << "\n";
+    return false;
 }
 
-// A file opened for reading, or -1 after reporting why not.
-int openInput(const std::string& path, bool& regular, std::ostream& err) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat status {};
-    if (fd < 0 || ::fstat(fd, &status) != 0) {
-        cannotRead(err, path, errno);
-        if (fd >= 0) ::close(fd);
-        return -1;
-    }
-    if (S_ISDIR(status.st_mode)) {
-        cannotRead(err, path, EISDIR);
-        ::close(fd);
-        return -1;
-    }
-    regular = S_ISREG(status.st_mode);
-    return fd;
-}
-
-std::optional<std::string> readWhole(int fd, const std::string& path, std::ostream& err) {
-    std::string content;
-    char block[1 << 16];
-    for (ssize_t count; (count = ::read(fd, block, sizeof block)) != 0;) {
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
-            cannotRead(err, path, errno);
-            return std::nullopt;
-        }
-        content.append(block, static_cast<std::size_t>(count));
-    }
-    return content;
-}
-
-std::optional<std::string> readWhole(const std::string& path, std::ostream& err) {
-    bool regular = false;
-    const FileDescriptor fd(openInput(path, regular, err));
-    if (fd.get() < 0) return std::nullopt;
-    return readWhole(fd.get(), path, err);
+// The whole file, or false after reporting why not.
+bool readWhole(const std::string& path, std::string& content, std::ostream& err) {
+    int reason = 0;
+    return companion::readFileText(path, content, reason) || cannotRead(err, path, reason);
 }
 
 // Lints one definition. A regular file is read as a stream and read again
@@ -83,18 +36,22 @@ std::optional<FileReport> lintFile(const std::string& file, std::size_t maxError
                                    std::unordered_set<std::string>* keywords, std::ostream& err) {
     FileReport report;
     report.name = file == "-" ? "<stdin>" : file;
-    bool regular = false;
-    const FileDescriptor fd(file == "-" ? ::dup(STDIN_FILENO) : openInput(file, regular, err));
-    if (fd.get() < 0) return std::nullopt;
+    companion::InputFile input;
+    int reason = 0;
+    if (!(file == "-" ? input.adopt(::dup(STDIN_FILENO), reason) : input.open(file, reason))) {
+        cannotRead(err, report.name, reason);
+        return std::nullopt;
+    }
     DefinitionLinter linter(maxErrors == 0 ? std::numeric_limits<std::size_t>::max() : maxErrors);
-    if (regular) {
+    if (input.regular()) {
         report.path = file;
-        LineReader lines(fd.get());
+        LineReader lines(input.fd());
         linter.read(lines);
     } else {
-        std::optional<std::string> content = readWhole(fd.get(), report.name, err);
-        if (!content) return std::nullopt;
-        report.content = std::move(*content);
+        if (!companion::readFileText(input, report.content, reason)) {
+            cannotRead(err, report.name, reason);
+            return std::nullopt;
+        }
         LineReader lines(report.content);
         linter.read(lines);
     }
@@ -108,16 +65,21 @@ std::optional<FileReport> lintFile(const std::string& file, std::size_t maxError
 
 bool before(Position a, Position b) { return std::pair(a.line, a.column) < std::pair(b.line, b.column); }
 
-// Drops warnings that are off, raises the rest under --werror, and keeps the
-// first --max-errors errors of the run.
+// Drops warnings that are off, raises the rest under --werror (the misreading
+// ones under --werror-misreading), and keeps the first --max-errors errors of
+// the run. One note for the whole run, in the file of the first error not
+// shown, counts the others.
 void applyOptions(const Options& options, std::vector<FileReport>& reports) {
     std::size_t budget = options.maxErrors == 0 ? std::numeric_limits<std::size_t>::max() : options.maxErrors;
+    std::size_t notShown = 0;
+    FileReport* firstNotShown = nullptr;
     for (FileReport& report : reports) {
         std::vector<Diagnostic> kept;
         for (Diagnostic& diagnostic : report.diagnostics) {
             if (diagnostic.severity == Severity::Warning) {
-                if (!options.enabled[diagnostic.rule]) continue;
-                if (options.werror) diagnostic.severity = Severity::Error;
+                if (!options.enabled[index(diagnostic.rule)]) continue;
+                if (options.werror || (options.werrorMisreading && rule(diagnostic.rule).reading == Reading::Misread))
+                    diagnostic.severity = Severity::Error;
             }
             if (diagnostic.severity == Severity::Error) {
                 if (budget == 0) {
@@ -129,13 +91,16 @@ void applyOptions(const Options& options, std::vector<FileReport>& reports) {
             }
             kept.push_back(std::move(diagnostic));
         }
-        if (report.errorsNotShown > 0)
-            kept.push_back({Severity::Note, findRule("max-errors"), report.firstErrorNotShown,
-                            std::to_string(report.errorsNotShown) + " more errors not shown (--max-errors=" +
-                                std::to_string(options.maxErrors) + ")",
-                            {}});
         report.diagnostics = std::move(kept);
+        notShown += report.errorsNotShown;
+        if (firstNotShown == nullptr && report.errorsNotShown > 0) firstNotShown = &report;
     }
+    if (firstNotShown != nullptr)
+        firstNotShown->diagnostics.push_back({Severity::Note, RuleId::MaxErrors, firstNotShown->firstErrorNotShown,
+                                              std::to_string(notShown) + " more errors not shown (--max-errors=" +
+                                                  std::to_string(options.maxErrors) + ")",
+                                              {},
+                                              {}});
 }
 
 }  // namespace
@@ -150,10 +115,9 @@ std::vector<FileReport> lintFiles(const Options& options, std::ostream& err, boo
         else unreadable = true;
     }
     if (!options.aliases.empty()) {
-        if (std::optional<std::string> content = readWhole(options.aliases, err)) {
-            FileReport report;
-            report.name = options.aliases;
-            report.content = std::move(*content);
+        FileReport report;
+        report.name = options.aliases;
+        if (readWhole(options.aliases, report.content, err)) {
             report.diagnostics = checkAliases(report.content, std::move(keywords));
             reports.push_back(std::move(report));
         } else {
@@ -168,17 +132,18 @@ int runLint(const Options& options, std::ostream& out, std::ostream& err, bool c
     bool unreadable = false;
     const std::vector<FileReport> reports = lintFiles(options, err, unreadable);
     switch (options.format) {
-    case Format::Text: writeText(err, reports, colour); break;
+    case Format::Text: writeText(err, reports, colour, options.quiet); break;
     case Format::Json: writeJson(out, reports); break;
     case Format::Sarif: writeSarif(out, reports); break;
     }
-    if (unreadable) return kUsageError;
+    using namespace companion;
+    if (unreadable) return kExitFailure;
     for (const FileReport& report : reports) {
-        if (report.errorsNotShown > 0) return kProblems;
+        if (report.errorsNotShown > 0) return kExitFindings;
         for (const Diagnostic& diagnostic : report.diagnostics)
-            if (diagnostic.severity == Severity::Error) return kProblems;
+            if (diagnostic.severity == Severity::Error) return kExitFindings;
     }
-    return kClean;
+    return kExitClean;
 }
 
 }  // namespace quillet::lint

@@ -1,8 +1,8 @@
 #include <unistd.h>
 
-#include <cstdlib>
 #include <iostream>
 
+#include "companion/terminal.h"
 #include "lint/lint_run.h"
 #include "lint/options.h"
 
@@ -10,6 +10,5 @@ int main(int argc, char** argv) {
     using namespace quillet::lint;
     Options options;
     if (const int status = parseOptions(argc, argv, options, std::cout, std::cerr); status >= 0) return status;
-    const bool colour = ::isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
-    return runLint(options, std::cout, std::cerr, colour);
+    return runLint(options, std::cout, std::cerr, quillet::companion::colourOn(STDERR_FILENO));
 }

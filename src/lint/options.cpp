@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "companion/exit_code.h"
+
 #include <algorithm>
 #include <ostream>
 #include <string_view>
@@ -11,9 +13,11 @@ namespace quillet::lint {
 namespace {
 
 std::string warningList() {
-    std::string list = "Warnings (each on by default; -Wno-NAME turns one off, -WNAME back on):\n";
+    std::string list = "Warnings (each on by default; -Wno-NAME turns one off, -WNAME back on; * marks those that "
+                       "--werror-misreading makes errors):\n";
     for (const Rule& rule : kRules)
-        if (rule.kind == RuleKind::Warning) list += "  " + std::string(rule.name) + "\n";
+        if (rule.kind == RuleKind::Warning)
+            list += "  " + std::string(rule.name) + (rule.reading == Reading::Misread ? " *" : "") + "\n";
     list += "\nExit status: 0 when nothing is reported (or only warnings without --werror), 1 when problems are "
             "reported, 2 for a usage error or an unreadable file.";
     return list;
@@ -30,13 +34,13 @@ bool takeWarningFlags(std::vector<std::string>& arguments, Options& options, std
         std::string_view name = std::string_view(argument).substr(2);
         const bool on = !name.starts_with("no-");
         if (!on) name.remove_prefix(3);
-        const RuleId rule = findRule(name);
-        if (rule == kRules.size() || kRules[rule].kind != RuleKind::Warning) {
+        const std::optional<RuleId> rule = ruleNamed(name);
+        if (!rule || lint::rule(*rule).kind != RuleKind::Warning) {
             err << "quillet-lint: error: unknown warning '" << name << "' in " << argument
                 << "\nRun with --help for the list of warnings.\n";
             return false;
         }
-        options.enabled[rule] = on;
+        options.enabled[index(*rule)] = on;
     }
     arguments = std::move(rest);
     return true;
@@ -46,7 +50,7 @@ bool takeWarningFlags(std::vector<std::string>& arguments, Options& options, std
 
 int parseOptions(int argc, const char* const* argv, Options& options, std::ostream& out, std::ostream& err) {
     std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (!takeWarningFlags(arguments, options, err)) return kUsageError;
+    if (!takeWarningFlags(arguments, options, err)) return companion::kExitFailure;
 
     CLI::App app("Checks quillet definition files and reports every problem at once.", "quillet-lint");
     app.set_version_flag("--version", "quillet-lint " QUILLET_VERSION);
@@ -55,6 +59,9 @@ int parseOptions(int argc, const char* const* argv, Options& options, std::ostre
     app.add_option("--format", format, "Output: text (on standard error), json or sarif (on standard output)")
         ->check(CLI::IsMember({"text", "json", "sarif"}));
     app.add_flag("--werror", options.werror, "Report warnings as errors");
+    app.add_flag("--werror-misreading", options.werrorMisreading,
+                 "Report as errors the warnings that mean quillet reads the file otherwise than it looks");
+    app.add_flag("--quiet", options.quiet, "Text format: print nothing when nothing is reported");
     app.add_option("--max-errors", options.maxErrors, "Show at most N errors (default 50; 0: all)")
         ->check(CLI::NonNegativeNumber);
     app.add_option("--aliases", options.aliases, "Also check this aliases file against the definitions");
@@ -65,13 +72,13 @@ int parseOptions(int argc, const char* const* argv, Options& options, std::ostre
         app.parse(arguments);
     } catch (const CLI::CallForHelp&) {
         out << app.help();
-        return kClean;
+        return companion::kExitClean;
     } catch (const CLI::CallForVersion&) {
         out << app.version() << "\n";
-        return kClean;
+        return companion::kExitClean;
     } catch (const CLI::ParseError& error) {
         err << "quillet-lint: error: " << error.what() << "\nRun with --help for more information.\n";
-        return kUsageError;
+        return companion::kExitFailure;
     }
     options.format = format == "json" ? Format::Json : format == "sarif" ? Format::Sarif : Format::Text;
     return -1;

@@ -14,16 +14,13 @@ enum class Format { Text, Json, Sarif };
 struct Options {
     Format format = Format::Text;
     bool werror = false;
+    bool werrorMisreading = false;  // only the warnings of Reading::Misread
+    bool quiet = false;             // text: no summary line when nothing is reported
     std::size_t maxErrors = 50;  // 0: no limit
     std::string aliases;         // empty: none
     std::vector<bool> enabled = std::vector<bool>(kRules.size(), true);  // by rule
     std::vector<std::string> files;                                      // "-" is standard input
 };
-
-// Exit statuses of quillet-lint.
-constexpr int kClean = 0;
-constexpr int kProblems = 1;
-constexpr int kUsageError = 2;
 
 // Reads the command line into `options`. Returns -1 to go on, or the exit
 // status once --help or --version was answered or a usage error reported.

@@ -10,33 +10,6 @@ namespace quillet::lint {
 
 namespace {
 
-constexpr const char* kBold = "\033[1m";
-constexpr const char* kReset = "\033[0m";
-
-struct Style {
-    bool colour;
-    std::string operator()(const char* code, std::string_view text) const {
-        return colour ? code + std::string(text) + kReset : std::string(text);
-    }
-};
-
-const char* label(Severity severity) {
-    switch (severity) {
-    case Severity::Error: return "error";
-    case Severity::Warning: return "warning";
-    case Severity::Note: return "note";
-    }
-    return "note";
-}
-
-const char* labelColour(Severity severity) {
-    switch (severity) {
-    case Severity::Error: return "\033[1;31m";
-    case Severity::Warning: return "\033[1;35m";
-    case Severity::Note: return "\033[1;36m";
-    }
-    return kBold;
-}
 
 // The lines the diagnostics point at, read again from the file (or taken
 // from the kept standard input).
@@ -82,46 +55,50 @@ std::string caretLine(std::string_view line, int column) {
     return under;
 }
 
-void writeOne(std::ostream& out, const Style& style, const std::string& file, Severity severity,
-              std::string_view rule, Position position, std::string_view message, const std::string* line) {
-    out << style(kBold, file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ":")
-        << " " << style(labelColour(severity), std::string(label(severity)) + ":") << " "
-        << style(kBold, printable(message)) << " [" << rule << "]\n";
+void writeOne(std::ostream& out, bool colour, const std::string& file, Severity severity, std::string_view rule,
+              Position position, std::string_view message, const std::string* line) {
+    companion::printDiagnostic(out, {file, position.line, position.column}, severity, printable(message), rule, colour);
     if (line == nullptr) return;
-    out << printable(*line) << "\n" << caretLine(*line, position.column) << style("\033[1;32m", "^") << "\n";
+    out << printable(*line) << "\n" << caretLine(*line, position.column) << companion::caretMark(colour) << "\n";
 }
 
 }  // namespace
 
-void writeText(std::ostream& out, const std::vector<FileReport>& reports, bool colour) {
-    const Style style{colour};
+void writeText(std::ostream& out, const std::vector<FileReport>& reports, bool colour, bool quiet) {
+    const RuleId maxErrors = RuleId::MaxErrors;
     std::size_t errors = 0;
+    std::size_t notShown = 0;
     std::size_t warnings = 0;
+    std::ostringstream last;  // the --max-errors note, after everything shown
     for (const FileReport& report : reports) {
         const std::map<int, std::string> lines = shownLines(report);
         auto lineAt = [&](Position position) {
             auto found = lines.find(position.line);
             return position.line > 0 && found != lines.end() ? &found->second : nullptr;
         };
-        errors += report.errorsNotShown;
+        notShown += report.errorsNotShown;
         for (const Diagnostic& diagnostic : report.diagnostics) {
             if (diagnostic.severity == Severity::Error) ++errors;
             if (diagnostic.severity == Severity::Warning) ++warnings;
-            const std::string_view rule = kRules[diagnostic.rule].name;
-            writeOne(out, style, report.name, diagnostic.severity, rule, diagnostic.position, diagnostic.message,
-                     lineAt(diagnostic.position));
+            const std::string_view rule = lint::rule(diagnostic.rule).name;
+            writeOne(diagnostic.rule == maxErrors ? last : out, colour, report.name, diagnostic.severity, rule,
+                     diagnostic.position, diagnostic.message, lineAt(diagnostic.position));
             // A note at the place just shown does not show it again.
             Position shown = diagnostic.position;
             for (const Note& note : diagnostic.notes) {
                 const bool again = note.position.line == shown.line && note.position.column == shown.column;
-                writeOne(out, style, report.name, Severity::Note, rule, note.position, note.message,
+                writeOne(out, colour, report.name, Severity::Note, rule, note.position, note.message,
                          again ? nullptr : lineAt(note.position));
                 shown = note.position;
             }
         }
     }
-    out << errors << (errors == 1 ? " error, " : " errors, ") << warnings << (warnings == 1 ? " warning" : " warnings")
-        << "\n";
+    out << last.str();
+    if (quiet && errors + notShown + warnings == 0) return;
+    const std::size_t found = errors + notShown;
+    out << found << (found == 1 ? " error" : " errors");
+    if (notShown > 0) out << " (" << errors << " shown)";
+    out << ", " << warnings << (warnings == 1 ? " warning" : " warnings") << "\n";
 }
 
 }  // namespace quillet::lint

@@ -8,43 +8,25 @@
 #include <vector>
 
 #include "lint/quoting.h"
-#include "reader/directive.h"
+#include "language/directive.h"
+#include "lint/suggestions.h"
+#include "reader/value_parser.h"
 
 namespace quillet::lint {
 
 namespace {
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-// Edit distance counting a swap of neighbours as one edit, letter case aside.
-std::size_t distance(std::string_view a, std::string_view b) {
-    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i) d[i][0] = i;
-    for (std::size_t j = 0; j <= b.size(); ++j) d[0][j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t cost = upper(a[i - 1]) == upper(b[j - 1]) ? 0 : 1;
-            d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + cost});
-            if (i > 1 && j > 1 && upper(a[i - 1]) == upper(b[j - 2]) && upper(a[i - 2]) == upper(b[j - 1]))
-                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
-        }
-    }
-    return d[a.size()][b.size()];
-}
-
 bool fitsInt32(long long value) {
     return value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<std::int32_t>::max();
 }
 
-std::int32_t low32(unsigned long long value) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(value)); }
-
 Finding ignored(std::string_view word, const std::string& readAs, std::string_view rest) {
-    return {findRule("trailing-characters"),
+    return {RuleId::TrailingCharacters,
             quoted(word) + " is read as " + readAs + "; " + quoted(rest) + " after it is ignored"};
 }
 
 Finding outOfRange(std::string_view word, const std::string& value, std::int32_t kept) {
-    return {findRule("number-out-of-range"), quoted(word) + " is " + value +
+    return {RuleId::NumberOutOfRange, quoted(word) + " is " + value +
                                                  ", which 32 bits do not hold; it is kept as " + std::to_string(kept)};
 }
 
@@ -63,12 +45,12 @@ std::optional<Finding> checkHexadecimal(std::string_view word, const std::string
     errno = 0;
     const unsigned long value = std::strtoul(text.c_str(), &end, 16);
     if (end == text.c_str())
-        return Finding{findRule("trailing-characters"),
+        return Finding{RuleId::TrailingCharacters,
                        quoted(word) + " holds an x, so it is read as a hexadecimal number, but has no "
                                       "hexadecimal digits: it is 0"};
     if (*end != '\0') return ignored(word, "hexadecimal " + std::to_string(value), end);
     if (errno == ERANGE || value > static_cast<unsigned long>(std::numeric_limits<std::int32_t>::max()))
-        return outOfRange(word, std::to_string(value), low32(value));
+        return outOfRange(word, std::to_string(value), low32(static_cast<std::int64_t>(value)));
     return std::nullopt;
 }
 
@@ -84,13 +66,13 @@ std::optional<Finding> checkShift(std::string_view word, const std::string& text
     const std::string readAs = std::to_string(base) + "<" + std::to_string(count);
     const std::string_view between = std::string_view(text).substr(first, last - first + 1);
     if (!baseRest.empty() || !countRest.empty() || between.find_first_not_of('<') != std::string_view::npos)
-        return Finding{findRule("trailing-characters"),
+        return Finding{RuleId::TrailingCharacters,
                        quoted(word) + " is read as " + readAs +
                            ": only the number before the first '<' and the number after the last '<' count"};
     const auto shifted = static_cast<unsigned long long>(base) << (static_cast<int>(count) & 63);
     if (baseOverflow || countOverflow || count < 0 || count > 63 || !fitsInt32(static_cast<long long>(shifted)))
         return outOfRange(word, baseOverflow || countOverflow ? "too large" : std::to_string(shifted),
-                          low32(shifted));
+                          low32(static_cast<std::int64_t>(shifted)));
     return std::nullopt;
 }
 
@@ -103,21 +85,24 @@ std::optional<std::string_view> misspeltDirective(std::string_view word) {
     for (const DirectiveSpec& spec : kDirectives) {
         const std::size_t allowed = spec.word.size() <= 8 ? 1 : 2;
         if (word.size() + allowed < spec.word.size() || word.size() > spec.word.size() + allowed) continue;
-        if (distance(word, spec.word) <= allowed) return spec.word;
+        if (editDistance(word, spec.word) <= allowed) return spec.word;
     }
     return std::nullopt;
 }
 
 std::optional<Finding> checkInteger(std::string_view word) {
     const std::string text(word);
-    if (text.find_first_of("xX") != std::string::npos) return checkHexadecimal(word, text);
-    if (text.find('<') != std::string::npos) return checkShift(word, text);
+    switch (numberForm(text)) {
+    case NumberForm::Hexadecimal: return checkHexadecimal(word, text);
+    case NumberForm::Shift: return checkShift(word, text);
+    case NumberForm::Decimal: break;
+    }
     std::string_view rest;
     bool overflow = false;
     const long value = decimal(text, rest, overflow);
     if (!rest.empty()) return ignored(word, std::to_string(value), rest);
-    if (overflow) return outOfRange(word, "beyond the range of a long", low32(static_cast<unsigned long long>(value)));
-    if (!fitsInt32(value)) return outOfRange(word, std::to_string(value), low32(static_cast<unsigned long long>(value)));
+    if (overflow) return outOfRange(word, "beyond the range of a long", low32(value));
+    if (!fitsInt32(value)) return outOfRange(word, std::to_string(value), low32(value));
     return std::nullopt;
 }
 
@@ -126,7 +111,7 @@ std::optional<Finding> checkDouble(std::string_view word) {
     errno = 0;
     const double value = std::strtod(text.c_str(), nullptr);
     if (errno != ERANGE) return std::nullopt;
-    return Finding{findRule("number-out-of-range"),
+    return Finding{RuleId::NumberOutOfRange,
                    quoted(word) + " is beyond the range of a double; it is kept as " + std::to_string(value)};
 }
 
@@ -136,7 +121,7 @@ std::optional<Finding> checkLimitWords(std::string_view text) {
     const std::size_t end = text.find_first_of(" \t", start);
     if (end == std::string_view::npos || text.find_first_not_of(" \t", end) == std::string_view::npos)
         return std::nullopt;
-    return Finding{findRule("trailing-characters"),
+    return Finding{RuleId::TrailingCharacters,
                    "only the first word of the limit " + quoted(text) + " is read, but the whole text is written "
                    "into the generated code"};
 }

@@ -18,14 +18,17 @@ enum class OptionType : int {
 struct TypeName {
     std::string_view word;
     OptionType type;
+    std::string_view accepts;  // as a default, for the language server's hover
 };
 
 // The type words of the third OPTION: argument, matched exactly.
 inline constexpr std::array<TypeName, 4> kTypeNames{{
-    {"NQ_INT_TYPE", OptionType::NQ_INT_TYPE},
-    {"NQ_DOUBLE_TYPE", OptionType::NQ_DOUBLE_TYPE},
-    {"NQ_BOOL_TYPE", OptionType::NQ_BOOL_TYPE},
-    {"NQ_STRING_TYPE", OptionType::NQ_STRING_TYPE},
+    {"NQ_INT_TYPE", OptionType::NQ_INT_TYPE,
+     "An integer: decimal (-5), hexadecimal (0x1F) or a shift (1<4), kept in 32 bits; or the name of an entry of "
+     "the option's lookup table."},
+    {"NQ_DOUBLE_TYPE", OptionType::NQ_DOUBLE_TYPE, "A floating-point number (1, -2.5, 1e-7, .5)."},
+    {"NQ_BOOL_TYPE", OptionType::NQ_BOOL_TYPE, "true or on, false or off."},
+    {"NQ_STRING_TYPE", OptionType::NQ_STRING_TYPE, "Any word; quote it to hold blanks."},
 }};
 
 inline std::optional<OptionType> findOptionType(std::string_view word) {

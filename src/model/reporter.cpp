@@ -6,7 +6,7 @@
 
 namespace quillet {
 
-void Reporter::emit(Channel channel, const char* format, std::va_list args) const {
+void Reporter::emit(Channel channel, int identity, const char* format, std::va_list args) const {
     if (listener_) {
         if (channel == Channel::Progress) return;
         std::va_list copy;
@@ -15,7 +15,7 @@ void Reporter::emit(Channel channel, const char* format, std::va_list args) cons
         va_end(copy);
         std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
         std::vsnprintf(text.data(), text.size() + 1, format, args);
-        listener_(Message{channel, position_, text});
+        listener_(Message{channel, position_, text, identity});
         return;
     }
     switch (channel) {
@@ -31,7 +31,7 @@ void Reporter::emit(Channel channel, const char* format, std::va_list args) cons
     void Reporter::method(const char* format, ...) const { \
         std::va_list args;                        \
         va_start(args, format);                   \
-        emit(channel, format, args);              \
+        emit(channel, -1, format, args);          \
         va_end(args);                             \
     }
 
@@ -41,6 +41,13 @@ QUILLET_FORWARD(progress, Channel::Progress)
 QUILLET_FORWARD(standardError, Channel::StandardError)
 
 #undef QUILLET_FORWARD
+
+void Reporter::raise(Channel channel, int identity, const char* format, ...) const {
+    std::va_list args;
+    va_start(args, format);
+    emit(channel, identity, format, args);
+    va_end(args);
+}
 
 void Reporter::standardOutput(std::string_view text) const {
     if (listener_) {

@@ -39,6 +39,9 @@ public:
         Channel channel;
         Position position;
         std::string_view text;
+        // Which row of the language's table of diagnostics raised it, by
+        // number; -1 for a writer's message, which has none.
+        int identity = -1;
     };
     using Listener = std::function<void(const Message&)>;
 
@@ -56,11 +59,13 @@ public:
     void errorDebug(const char* format, ...) const QUILLET_PRINTF(2, 3);
     void progress(const char* format, ...) const QUILLET_PRINTF(2, 3);
     void standardError(const char* format, ...) const QUILLET_PRINTF(2, 3);
+    // A message of the language's table of diagnostics, on its channel.
+    void raise(Channel channel, int identity, const char* format, ...) const;
     // Written as it stands: an alias file's words may hold NUL bytes.
     void standardOutput(std::string_view text) const;
 
 private:
-    void emit(Channel channel, const char* format, std::va_list args) const;
+    void emit(Channel channel, int identity, const char* format, std::va_list args) const;
 
     Position position_;
     Listener listener_;

@@ -39,15 +39,28 @@ bool TextRegistry::contains(std::string_view text) const {
     return hashes()[probe(text, hashOf(text))] != 0;
 }
 
-bool TextRegistry::insert(Text text) {
+bool TextRegistry::insert(Text text, Position place) {
     if (overFull(size_ + 1, slots_)) rehash(std::max(kInitialSlots, 2 * slots_));
     const std::uint32_t hash = hashOf(text);
     const std::size_t index = probe(text, hash);
     if (hashes()[index] != 0) return false;
     hashes()[index] = hash;
     new (texts() + index) Text(text);
+    if (keepsPlaces_) places()[index] = place;
     ++size_;
     return true;
+}
+
+void TextRegistry::keepPlaces() {
+    keepsPlaces_ = true;
+    if (slots_ > 0) rehash(slots_);
+}
+
+std::optional<Position> TextRegistry::placeOf(std::string_view text) const {
+    if (slots_ == 0 || !keepsPlaces_) return std::nullopt;
+    const std::size_t index = probe(text, hashOf(text));
+    if (hashes()[index] == 0) return std::nullopt;
+    return places()[index];
 }
 
 void TextRegistry::reserve(std::size_t count) {
@@ -64,6 +77,7 @@ void TextRegistry::clear() {
     if (slots_ > kInitialSlots && 4 * size_ < slots_) {
         hashes_ = LargeBlock();
         texts_ = LargeBlock();
+        places_ = LargeBlock();
         slots_ = 0;
     } else if (slots_ > 0) {
         std::memset(hashes(), 0, slots_ * sizeof(std::uint32_t));
@@ -74,8 +88,11 @@ void TextRegistry::clear() {
 void TextRegistry::rehash(std::size_t slotCount) {
     LargeBlock oldHashes(slotCount * sizeof(std::uint32_t));
     LargeBlock oldTexts(slotCount * sizeof(Text));
+    LargeBlock oldPlaces = keepsPlaces_ ? LargeBlock(slotCount * sizeof(Position)) : LargeBlock();
     std::swap(oldHashes, hashes_);
     std::swap(oldTexts, texts_);
+    std::swap(oldPlaces, places_);
+    const auto* const movedPlaces = static_cast<const Position*>(oldPlaces.data());  // null before keepPlaces()
     const std::size_t oldSlots = std::exchange(slots_, slotCount);
     std::uint32_t* const hashes = this->hashes();
     std::memset(hashes, 0, slotCount * sizeof(std::uint32_t));
@@ -88,6 +105,7 @@ void TextRegistry::rehash(std::size_t slotCount) {
         while (hashes[index] != 0) index = (index + 1) & mask;
         hashes[index] = movedHashes[old];
         new (texts() + index) Text(movedTexts[old]);
+        if (keepsPlaces_) places()[index] = movedPlaces != nullptr ? movedPlaces[old] : Position{};
     }
 }
 

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "model/large_block.h"
+#include "model/reporter.h"
 #include "model/text.h"
 
 namespace quillet {
@@ -20,10 +22,14 @@ public:
     TextRegistry(const TextRegistry&) = delete;
     TextRegistry& operator=(const TextRegistry&) = delete;
 
-    // Registers `text`, which must outlive the registry; false, registering
-    // nothing, when an equal text is there already.
-    bool insert(Text text);
+    // Registers `text`, which must outlive the registry, given at `place`;
+    // false, registering nothing, when an equal text is there already.
+    bool insert(Text text, Position place = {});
     bool contains(std::string_view text) const;
+    // Keeps the place each text was registered at, for placeOf(). The tool
+    // never asks, and keeps none; the linter's notes point there.
+    void keepPlaces();
+    std::optional<Position> placeOf(std::string_view text) const;
     // Room for `count` texts without growing.
     void reserve(std::size_t count);
     // Forgets every text.
@@ -33,12 +39,15 @@ public:
 private:
     std::uint32_t* hashes() const { return static_cast<std::uint32_t*>(hashes_.data()); }
     Text* texts() const { return static_cast<Text*>(texts_.data()); }
+    Position* places() const { return static_cast<Position*>(places_.data()); }
     std::size_t probe(std::string_view text, std::uint32_t hash) const;
     void rehash(std::size_t slotCount);
 
     // A slot's text is constructed when its hash is set, and read only then.
     LargeBlock hashes_;  // 0 marks a free slot
     LargeBlock texts_;
+    LargeBlock places_;  // by slot, when kept
+    bool keepsPlaces_ = false;
     std::size_t slots_ = 0;
     std::size_t size_ = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <unordered_set>
 
+#include "docgen/reference_format.h"
 #include "preview/diagnostic.h"
 #include "preview/xml_error.h"
 
@@ -11,8 +12,8 @@ namespace quillet::preview {
 
 namespace {
 
-constexpr std::string_view kFolder = "/Content/orrery_command_reference/";
-constexpr std::string_view kSuffix = ".html";
+constexpr std::string_view kFolder = reference::kContentPath;
+constexpr std::string_view kSuffix = reference::kTopicSuffix;
 
 // Sets `name` to the topic that a Link names; false when it names none.
 // Folders inside the name must be real ones, so that no topic lies outside

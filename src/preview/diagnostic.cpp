@@ -1,9 +1,8 @@
 #include "preview/diagnostic.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
+
+#include "companion/diagnostic_printer.h"
 
 namespace quillet::preview {
 
@@ -18,20 +17,8 @@ PreviewError::PreviewError(std::string file, std::string message, std::string_vi
 }
 
 std::string formatDiagnostic(const PreviewError& error, bool colour) {
-    std::string location = error.file();
-    if (error.line() > 0) {
-        location += ':';
-        location += std::to_string(error.line());
-        location += ':';
-        location += std::to_string(error.column());
-    }
-    if (!colour) return location + ": error: " + error.what() + "\n";
-    return "\033[1m" + location + ": \033[31merror:\033[0m\033[1m " + error.what() + "\033[0m\n";
-}
-
-bool colourWanted() {
-    const char* noColour = std::getenv("NO_COLOR");
-    return isatty(STDERR_FILENO) && (noColour == nullptr || *noColour == '\0');
+    return companion::formatDiagnostic({error.file(), error.line(), error.column()}, companion::Severity::Error,
+                                       error.what(), "", colour);
 }
 
 }  // namespace quillet::preview

@@ -27,11 +27,8 @@ private:
     int column_;
 };
 
-// The whole diagnostic line, with a line end; `colour` adds terminal styles.
+// The whole diagnostic line, with a line end, in the companions' one form;
+// `colour` adds terminal styles.
 std::string formatDiagnostic(const PreviewError& error, bool colour);
-
-// Whether diagnostics on standard error get colour: only on a terminal, and
-// never when NO_COLOR is set to a non-empty value.
-bool colourWanted();
 
 }  // namespace quillet::preview

@@ -1,32 +1,17 @@
 #include "preview/file_io.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
+#include "companion/file_text.h"
+
 namespace quillet::preview {
 
 int readWholeFile(const std::filesystem::path& path, std::string& into) {
-    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return errno;
-    struct stat info {};
-    int error = fstat(fd, &info) == 0 ? 0 : errno;
-    if (error == 0 && S_ISDIR(info.st_mode)) error = EISDIR;
-    into.clear();
-    // The size is a hint only: a file may change while it is read.
-    if (error == 0 && info.st_size > 0) into.reserve(static_cast<std::size_t>(info.st_size));
-    char block[65536];
-    while (error == 0) {
-        const ssize_t got = read(fd, block, sizeof block);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) error = errno;
-        if (got <= 0) break;
-        into.append(block, static_cast<std::size_t>(got));
-    }
-    close(fd);
-    return error;
+    int reason = 0;
+    return companion::readFileText(path, into, reason) ? 0 : reason;
 }
 
 int writeWholeFile(const std::filesystem::path& path, std::string_view bytes) {

@@ -21,29 +21,11 @@ void appendEscaped(std::string& out, std::string_view text, bool quote) {
     }
 }
 
-bool unreserved(unsigned char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '.' ||
-           c == '_' || c == '~' || c == '/';
-}
-
 }  // namespace
 
 void appendText(std::string& out, std::string_view text) { appendEscaped(out, text, false); }
 
 void appendAttribute(std::string& out, std::string_view value) { appendEscaped(out, value, true); }
-
-void appendUrlPath(std::string& out, std::string_view path) {
-    for (char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (unreserved(byte)) {
-            out += c;
-        } else {
-            out += '%';
-            out += kHexDigits[byte >> 4];
-            out += kHexDigits[byte & 15];
-        }
-    }
-}
 
 void appendJsString(std::string& out, std::string_view text) {
     out += '"';

@@ -14,9 +14,6 @@ void appendText(std::string& out, std::string_view text);
 // A double-quoted attribute value: & < > ".
 void appendAttribute(std::string& out, std::string_view value);
 
-// A relative URL path: every byte but unreserved characters and '/' as %XX,
-// so that a topic named "?" or "a#b" is not taken for a query or fragment.
-void appendUrlPath(std::string& out, std::string_view path);
 
 // A double-quoted JavaScript string literal.
 void appendJsString(std::string& out, std::string_view text);

@@ -4,16 +4,20 @@
 #include <iostream>
 #include <string>
 
+#include <unistd.h>
+
+#include "companion/exit_code.h"
+#include "companion/terminal.h"
 #include "preview/diagnostic.h"
 #include "preview/preview.h"
 
 namespace {
 
-constexpr int kFailure = 2;
+using quillet::companion::kExitFailure;
 
 int fail(const quillet::preview::PreviewError& error) {
-    std::cerr << quillet::preview::formatDiagnostic(error, quillet::preview::colourWanted());
-    return kFailure;
+    std::cerr << quillet::preview::formatDiagnostic(error, quillet::companion::colourOn(STDERR_FILENO));
+    return kExitFailure;
 }
 
 }  // namespace
@@ -38,7 +42,7 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         fail(quillet::preview::PreviewError("quillet-preview", error.what()));
         std::cerr << "usage: quillet-preview [--help] [--version] REFERENCE_DIR SITE_DIR\n";
-        return kFailure;
+        return kExitFailure;
     }
 
     try {
@@ -48,5 +52,5 @@ int main(int argc, char** argv) {
     } catch (const std::exception& error) {
         return fail(quillet::preview::PreviewError("quillet-preview", error.what()));
     }
-    return 0;
+    return quillet::companion::kExitClean;
 }

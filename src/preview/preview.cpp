@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "docgen/reference_format.h"
 #include "preview/contents_reader.h"
 #include "preview/diagnostic.h"
 #include "preview/file_io.h"
@@ -29,7 +30,7 @@ bool liesInside(const fs::path& inner, const fs::path& outer) {
 }  // namespace
 
 void buildPreview(const fs::path& reference, const fs::path& site) {
-    const fs::path contentsPath = reference / "Commands.fltoc";
+    const fs::path contentsPath = reference / quillet::reference::kIndexFile;
     const std::string contentsFile = contentsPath.string();
     std::string contents;
     if (const int error = readWholeFile(contentsPath, contents))
@@ -43,7 +44,7 @@ void buildPreview(const fs::path& reference, const fs::path& site) {
     terms.reserve(layout.size());
     std::string bytes;
     for (std::size_t topic = 0; topic < layout.size(); ++topic) {
-        const fs::path topicPath = reference / (layout.entry(topic).name + ".html");
+        const fs::path topicPath = reference / (layout.entry(topic).name + std::string(quillet::reference::kTopicSuffix));
         if (const int error = readWholeFile(topicPath, bytes))
             throw PreviewError(contentsFile,
                                std::string("cannot read topic ") + topicPath.string() + ": " + std::strerror(error), contents,

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "preview/html_text.h"
+#include "companion/percent_encoding.h"
 
 namespace quillet::preview {
 
@@ -36,7 +36,7 @@ std::string SiteLayout::topicHref(std::string_view toTop, std::size_t topic) con
     std::string href(toTop);
     href += kTopicFolder;
     href += '/';
-    appendUrlPath(href, entries_[topic].name);
+    companion::appendPercentEncoded(href, entries_[topic].name);
     href += ".html";
     return href;
 }

@@ -1,5 +1,6 @@
 #include "preview/site_pages.h"
 
+#include "docgen/reference_format.h"
 #include "preview/html_text.h"
 
 namespace quillet::preview {
@@ -7,7 +8,7 @@ namespace quillet::preview {
 namespace {
 
 // quillet's topics name the reference so on their contents links.
-constexpr std::string_view kSiteTitle = "Orrery Command Reference Manual";
+constexpr std::string_view kSiteTitle = reference::kManualTitle;
 
 void appendHead(std::string& out, std::string_view title, std::string_view toTop, bool generatorMark) {
     out += "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";

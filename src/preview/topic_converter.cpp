@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 
+#include "docgen/reference_format.h"
 #include "preview/diagnostic.h"
 #include "preview/html_text.h"
 #include "preview/xml_error.h"
@@ -14,11 +15,7 @@ namespace quillet::preview {
 
 namespace {
 
-// The fixed targets of the navigation tables that quillet writes.
-constexpr std::string_view kPrevious = "PREV_KEYWORD.html";
-constexpr std::string_view kNext = "NEXT_KEYWORD.html";
-constexpr std::string_view kContents = "orrery_command_referenceTOC.htm";
-constexpr std::string_view kTopicSuffix = ".html";
+using reference::kTopicSuffix;
 
 constexpr std::array<std::string_view, 14> kVoidElements = {
     "area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "param", "source", "track", "wbr"};
@@ -99,8 +96,8 @@ private:
     std::optional<std::optional<std::size_t>> neighbour(pugi::xml_node link) const {
         if (!isCrossReference(link)) return std::nullopt;
         const std::string_view href = link.attribute("href").value();
-        if (href == kPrevious) return topic_ > 0 ? std::optional(topic_ - 1) : std::nullopt;
-        if (href == kNext) return topic_ + 1 < layout_.size() ? std::optional(topic_ + 1) : std::nullopt;
+        if (href == reference::kPreviousLink) return topic_ > 0 ? std::optional(topic_ - 1) : std::nullopt;
+        if (href == reference::kNextLink) return topic_ + 1 < layout_.size() ? std::optional(topic_ + 1) : std::nullopt;
         return std::nullopt;
     }
 
@@ -127,7 +124,7 @@ private:
             result_.body += "</a>";
             return false;
         }
-        if (href == kContents) {
+        if (href == reference::kContentsLink) {
             // Out of the frame of index.html when the topic is shown there.
             openTag(link, "a", toTop_ + "index.html", " target=\"_top\"");
             return true;

@@ -26,6 +26,44 @@ DefinitionReader::~DefinitionReader() {
     nqtoken_delete(limitWords_);
 }
 
+void DefinitionReader::keepFirstDefinitions() {
+    keywordNames_.keepPlaces();
+    optionNames_.keepPlaces();
+    idNames_.keepPlaces();
+}
+
+std::optional<Position> DefinitionReader::firstDefinition(WordRole role, std::string_view name) const {
+    switch (role) {
+    case WordRole::KeywordName: return keywordNames_.placeOf(name);
+    case WordRole::OptionName: return optionNames_.placeOf(name);
+    default: return idNames_.placeOf(name);
+    }
+}
+
+bool DefinitionReader::read(LineReader& lines) {
+    Line line{};
+    int lineNumber = 0;
+    bool clean = true;
+    while (lines.next(line)) {
+        ++lineNumber;
+        if (observer_ != nullptr) observer_->lineStarts(line, lineNumber);
+        for (bool read = readLine(line, lineNumber); !read; read = readRestOfLine()) {
+            const DirectiveSpec* readAs = nullptr;
+            if (observer_ == nullptr || !observer_->readsOn(refusal_, &line, lineNumber, readAs)) return false;
+            clean = false;
+            recover(readAs);
+        }
+        if (observer_ != nullptr) observer_->lineEnds();
+    }
+    if (finish(lineNumber)) return clean;
+    const DirectiveSpec* readAs = nullptr;
+    if (observer_ == nullptr || !observer_->readsOn(refusal_, nullptr, lineNumber, readAs)) return false;
+    // Closes the last keyword and option, for the observer's checks.
+    recover();
+    finish(lineNumber);
+    return false;
+}
+
 bool DefinitionReader::readLine(const Line& line, int lineNumber) {
     report_.setPosition({lineNumber, 0});
     lineNumber_ = lineNumber;
@@ -33,7 +71,7 @@ bool DefinitionReader::readLine(const Line& line, int lineNumber) {
     // Without both lists (out of memory at the start) no line can be read.
     if (tokens_ == nullptr || limitWords_ == nullptr || nqtoken_refill(tokens_, line.text, " \t\n", "\"", "#") != 0) {
         words_ = 0;
-        report_.error("Cannot tokenize line %d of input file\n", lineNumber);
+        raise(report_, DiagnosticId::CannotTokenize, lineNumber);
         return refuse(Refusal::Line);
     }
     words_ = nqtoken_num(tokens_);
@@ -64,33 +102,27 @@ bool DefinitionReader::handleWord(int index, int lineNumber, const DirectiveSpec
     const DirectiveSpec* spec = readAs != nullptr ? readAs : findDirective(word);
     if (observer_ != nullptr) showWord(word, spec);
     if (spec != nullptr) {
-        report_.progress("Changing mode, new Mode = %s (enum=%d)\n", word, static_cast<int>(spec->directive));
+        raise(report_, DiagnosticId::ChangingMode, word, static_cast<int>(spec->directive));
         if (enter(spec, lineNumber)) return true;
-        report_.error("Error with definition on line %d\n", lineNumber);
-        return false;
+        return fail(DiagnosticId::ErrorWithDefinitionOnLine, lineNumber);
     }
     if (handleArgument(word, index)) return true;
     refusal_ = Refusal::Word;
-    report_.error("Error processing command on line: %d\n", lineNumber);
-    if (keyword_ != nullptr) report_.error("Currently processing keyword: '%s'\n", keyword_->name.data());
-    if (option_ != nullptr) report_.error("Currently processing option: '%s'\n", option_->name.data());
+    raise(report_, DiagnosticId::ErrorProcessingCommand, lineNumber);
+    if (keyword_ != nullptr) raise(report_, DiagnosticId::CurrentKeyword, keyword_->name.data());
+    if (option_ != nullptr) raise(report_, DiagnosticId::CurrentOption, option_->name.data());
     return false;
 }
 
 bool DefinitionReader::finish(int lastLine) {
     report_.setPosition({lastLine, 0});
-    if (!enter(nullptr, lastLine)) {
-        report_.error("Error with definition\n");
-        return false;
-    }
-    report_.progress("Have found %d keywords\n", static_cast<int>(definitions_.keywords.size()));
+    if (!enter(nullptr, lastLine)) return fail(DiagnosticId::ErrorWithDefinition);
+    raise(report_, DiagnosticId::KeywordsFound, static_cast<int>(definitions_.keywords.size()));
     return true;
 }
 
-bool DefinitionReader::fail(const char* message) {
-    report_.error("%s", message);
-    return false;
-}
+// A refusal text of the directive table.
+bool DefinitionReader::failWith(const char* refusal, DiagnosticId id) { return fail(id, refusal); }
 
 bool DefinitionReader::meets(Needs needs) const {
     switch (needs) {
@@ -105,16 +137,16 @@ bool DefinitionReader::meets(Needs needs) const {
 // left incomplete; OPT_READONLY: takes effect as it is left.
 bool DefinitionReader::checkPreviousDirective() {
     if (keyword_ != nullptr && is(mode_, Directive::KEYWORD) && !keyword_->isComplete) {
-        report_.error("%s%d%s\n", "The KEYWORD: command defined on line: ", keyword_->lineNumber, " is not complete");
-        return fail("The syntax is: 'KEYWORD: keyword_text keyword_ID' \n");
+        raise(report_, DiagnosticId::KeywordIncomplete, keyword_->lineNumber);
+        return fail(DiagnosticId::KeywordSyntax);
     }
     if (mode_ != nullptr && mode_->checked == CheckedWhen::OnLeaving) {
-        if (!meets(mode_->needs)) return fail(mode_->refusal);
+        if (!meets(mode_->needs)) return failWith(mode_->refusal);
         option_->*mode_->optionFlag = true;
     }
     if (option_ != nullptr && is(mode_, Directive::OPTION) && !option_->isComplete) {
-        report_.error("%s%d%s\n", "The OPTION: command defined on line: ", option_->lineNumber, " is not complete");
-        return fail("The syntax is: 'OPTION: option_name option_ID nq_type'\n");
+        raise(report_, DiagnosticId::OptionIncomplete, option_->lineNumber);
+        return fail(DiagnosticId::OptionSyntax);
     }
     return true;
 }
@@ -122,14 +154,14 @@ bool DefinitionReader::checkPreviousDirective() {
 // Flag directives are checked against the records in force and applied at once.
 bool DefinitionReader::applyOnArrival(const DirectiveSpec& spec) {
     if (spec.checked != CheckedWhen::OnArrival) return true;
-    if (!meets(spec.needs)) return fail(spec.refusal);
+    if (!meets(spec.needs)) return failWith(spec.refusal);
     if (spec.keywordPrerequisite != nullptr && !(keyword_->*spec.keywordPrerequisite))
-        return fail(spec.prerequisiteRefusal);
+        return failWith(spec.prerequisiteRefusal);
     if (spec.optionPrerequisite != nullptr && !(option_->*spec.optionPrerequisite))
-        return fail(spec.prerequisiteRefusal);
-    bool& usedBefore = usedOnce_[static_cast<std::size_t>(spec.directive)];
+        return failWith(spec.prerequisiteRefusal);
+    bool& usedBefore = usedOnce_[rowIndex(spec)];
     if (spec.secondUseRefusal != nullptr) {
-        if (usedBefore) return fail(spec.secondUseRefusal);
+        if (usedBefore) return failWith(spec.secondUseRefusal, DiagnosticId::SecondUse);
         usedBefore = true;
     }
     if (spec.keywordFlag != nullptr) keyword_->*spec.keywordFlag = spec.flagValue;
@@ -141,8 +173,8 @@ bool DefinitionReader::applyOnArrival(const DirectiveSpec& spec) {
 // a message; OPT_LOOKUP: must have had its one table name.
 bool DefinitionReader::checkLeaving() {
     if (is(mode_, Directive::OPT_LOOKUP) && arguments_ != 1) {
-        fail("The OPTION_LOOKUP: command is not complete \n");
-        return fail("The syntax is: 'OPT_LOOKUP: LOOKUP_TABLE_NAME\n");
+        raise(report_, DiagnosticId::OptLookupIncomplete);
+        return fail(DiagnosticId::OptLookupSyntax);
     }
     return true;
 }

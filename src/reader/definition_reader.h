@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,20 +10,12 @@
 #include "model/reporter.h"
 #include "model/text_registry.h"
 #include "nqtoken.h"
-#include "reader/directive.h"
+#include "language/diagnostic.h"
+#include "language/directive.h"
 #include "reader/line_reader.h"
 #include "reader/read_observer.h"
 
 namespace quillet {
-
-// What the last refusal concerned.
-enum class Refusal : std::uint8_t {
-    Line,              // the line could not be split into words
-    Word,              // an argument
-    Directive,         // an arriving directive, out of place or repeated
-    DirectiveInForce,  // the directive in force, found incomplete or misplaced as the next one arrived
-    Leaving,           // likewise, after the arriving directive had been applied
-};
 
 // Reads a definition into a DefinitionSet, one line at a time. It owns all
 // that only reading needs: the directive in force, the records being
@@ -40,6 +33,11 @@ public:
     DefinitionReader(const DefinitionReader&) = delete;
     DefinitionReader& operator=(const DefinitionReader&) = delete;
 
+    // Reads every line and then makes the check at end of input; false,
+    // after reporting, at the first refusal, unless the observer reads on
+    // (then false once all is read). A line too long for the reader ends the
+    // definition there, silently.
+    bool read(LineReader& lines);
     // Reads every word of the line in turn; false, after reporting, at the
     // first word refused.
     bool readLine(const Line& line, int lineNumber);
@@ -61,10 +59,20 @@ public:
     // Goes on with the words of the line after a refusal and recover().
     bool readRestOfLine();
 
+    // Keeps where each name and ID was first defined, for firstDefinition();
+    // the linter asks, the tool does not.
+    void keepFirstDefinitions();
+    // Where the name a word of that role would define was defined first: a
+    // keyword name, an option name of the keyword in force, or an ID (of a
+    // keyword, an option, a lookup table or a lookup entry).
+    std::optional<Position> firstDefinition(WordRole role, std::string_view name) const;
+
     const DirectiveSpec* directiveInForce() const { return mode_; }
     const KeywordDef* keyword() const { return keyword_; }
     const OptionDef* option() const { return option_; }
     const LookupTableDef* lookupTable() const { return lookupTable_; }
+    // The words of the line last read, with their places in it.
+    const nqtoken_list* lineWords() const { return tokens_; }
 
 private:
     bool readWords();
@@ -85,8 +93,14 @@ private:
 
     bool handleArgument(const char* word, int index);
     bool meets(Needs needs) const;
-    bool fail(const char* message);
-    bool conflict(const char* first, const char* second, const char* word);
+    // Raises the message and refuses.
+    template <typename... Args>
+    bool fail(DiagnosticId id, Args... args) {
+        raise(report_, id, args...);
+        return false;
+    }
+    bool failWith(const char* refusal, DiagnosticId id = DiagnosticId::DirectiveRefused);
+    bool conflict(DiagnosticId first, DiagnosticId second, const char* word);
     bool keywordArgument(const char* word);
     bool optionArgument(const char* word, int index);
     bool textArgument(std::string_view word);
@@ -118,11 +132,11 @@ private:
     int arguments_ = 0;                    // words the directive in force has taken
     Text pendingEntryId_;
     Text pendingEntryName_;
-    std::array<bool, 29> usedOnce_{};  // by directive number: applied to a keyword already
+    std::array<bool, kDirectiveCount> usedOnce_{};  // by row: applied to a keyword already
 
     // The texts of the open keyword and option, kept in the model when the
     // record closes, by TextField.
-    std::array<std::string, 6> openTexts_;
+    std::array<std::string, kTextFieldCount> openTexts_;
 
     TextRegistry keywordNames_;
     TextRegistry optionNames_;  // of the current keyword only

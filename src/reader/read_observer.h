@@ -4,9 +4,19 @@
 #include <string_view>
 
 #include "model/reporter.h"
-#include "reader/directive.h"
+#include "language/directive.h"
+#include "reader/line_reader.h"
 
 namespace quillet {
+
+// What the last refusal concerned.
+enum class Refusal : std::uint8_t {
+    Line,              // the line could not be split into words
+    Word,              // an argument
+    Directive,         // an arriving directive, out of place or repeated
+    DirectiveInForce,  // the directive in force, found incomplete or misplaced as the next one arrived
+    Leaving,           // likewise, after the arriving directive had been applied
+};
 
 // What an argument word is to the directive in force, as the reader counts.
 enum class WordRole : std::uint8_t {
@@ -41,6 +51,16 @@ struct WordEvent {
 class ReadObserver {
 public:
     virtual void word(const WordEvent& event) = 0;
+    // Around each line that read() reads.
+    virtual void lineStarts(const Line& /*line*/, int /*number*/) {}
+    virtual void lineEnds() {}
+    // After a refusal in read(): whether to recover and read on, as the
+    // linter does (the tool stops); `readAs` is what a refused word is to be
+    // taken for. `line` is null for the check at end of input.
+    virtual bool readsOn(Refusal /*refusal*/, const Line* /*line*/, int /*number*/,
+                         const DirectiveSpec*& /*readAs*/) {
+        return false;
+    }
 
 protected:
     ~ReadObserver() = default;

@@ -24,32 +24,41 @@ unsigned long toHex(const char* text) {
     return value;
 }
 
-// The limit's numeric value: the first word as an integer, or else the whole
-// text as the ID of a lookup entry of any table.
-bool integerLimit(const DefinitionSet& definitions, const Reporter& report, const nqtoken_list* words,
-                  std::string_view text, std::int32_t& value) {
-    int parsed = 0;
-    if (nqtoken_get_int(words, 0, &parsed) == 0) {
-        value = parsed;
-        return true;
+}  // namespace
+
+bool readLimit(const DefinitionSet& definitions, std::optional<OptionType> type, const char* text,
+               nqtoken_list& words, LimitReading& reading) {
+    if (nqtoken_refill(&words, text, " \t\n", nullptr, nullptr) != 0 || nqtoken_num(&words) == 0) return false;
+    reading = LimitReading{};
+    if (type == OptionType::NQ_INT_TYPE) {
+        int parsed = 0;
+        if (nqtoken_get_int(&words, 0, &parsed) == 0) {
+            reading.integer = parsed;
+            return true;
+        }
+        reading.byEntryId = definitions.findEntryValueById(text, reading.integer);
+        return reading.byEntryId;
     }
-    if (!definitions.findEntryValueById(text, value)) return false;
-    const std::string shown(text);
-    report.errorDebug("%s%s%s%d\n", "  Found Table Name entry (", shown.c_str(), "). Value is ", value);
+    if (type == OptionType::NQ_DOUBLE_TYPE) return nqtoken_get_double(&words, 0, &reading.real) == 0;
     return true;
 }
 
-}  // namespace
+NumberForm numberForm(std::string_view text) {
+    if (text.find_first_of("xX") != std::string_view::npos) return NumberForm::Hexadecimal;
+    if (text.find('<') != std::string_view::npos) return NumberForm::Shift;
+    return NumberForm::Decimal;
+}
 
 bool parseNumber(std::string_view view, std::int64_t& value) {
     const std::string text(view);
-    if (text.find_first_of("xX") != std::string::npos) {
+    const NumberForm form = numberForm(text);
+    if (form == NumberForm::Hexadecimal) {
         // Whatever the conversion makes of it, a text with an x is a number.
         value = static_cast<std::int64_t>(toHex(text.c_str()));
         return true;
     }
-    const std::size_t lastShift = text.rfind('<');
-    if (lastShift != std::string::npos) {
+    if (form == NumberForm::Shift) {
+        const std::size_t lastShift = text.rfind('<');
         if (lastShift + 1 == text.size()) return false;
         const int count = static_cast<int>(toLong(text.c_str() + lastShift + 1, nullptr));
         const std::string base = text.substr(0, text.find('<'));
@@ -84,7 +93,7 @@ bool parseDefaultValue(DefinitionSet& definitions, const Reporter& report, Optio
     case OptionType::NQ_DOUBLE_TYPE: {
         double value = 0;
         if (nqtoken_get_double(tokens, index, &value) != 0) {
-            report.error("Bad double default value: '%s'\n", token);
+            raise(report, DiagnosticId::BadDoubleDefault, token);
             return false;
         }
         option.defaultValue.doubleValue = value;
@@ -97,7 +106,7 @@ bool parseDefaultValue(DefinitionSet& definitions, const Reporter& report, Optio
         } else if (word == "false" || word == "off") {
             option.defaultValue.boolValue = false;
         } else {
-            report.error("Bad boolean default value: '%s'\n", token);
+            raise(report, DiagnosticId::BadBooleanDefault, token);
             return false;
         }
         option.hasDefault = true;
@@ -113,39 +122,34 @@ bool parseDefaultValue(DefinitionSet& definitions, const Reporter& report, Optio
 bool setLimit(DefinitionSet& definitions, const Reporter& report, OptionDef& option, std::string_view view,
               Limit limit, nqtoken_list& words) {
     const std::string text(view);
-    if (nqtoken_refill(&words, text.c_str(), " \t\n", nullptr, nullptr) != 0) return false;
-    if (nqtoken_num(&words) == 0) return false;
+    LimitReading reading;
+    if (!readLimit(definitions, option.type, text.c_str(), words, reading)) return false;
 
     const bool minimum = limit == Limit::Minimum;
     if (option.type == OptionType::NQ_INT_TYPE) {
-        std::int32_t value = 0;
-        if (!integerLimit(definitions, report, &words, text, value)) return false;
+        const std::int32_t value = reading.integer;
+        if (reading.byEntryId) raise(report, DiagnosticId::LimitByEntryId, text.c_str(), value);
         if (option.hasDefault) {
             const std::int32_t defaultValue = option.intDefault();
             if (minimum && defaultValue < value) {
-                report.standardError("Minimum value :'%d' is larger than the default value '%d'\n", value,
-                                     defaultValue);
+                raise(report, DiagnosticId::MinimumAboveDefault, value, defaultValue);
                 return false;
             }
             if (!minimum && defaultValue > value) {
-                report.standardError("Maximum value :'%d' is less than the default value '%d'\n", value,
-                                     defaultValue);
+                raise(report, DiagnosticId::MaximumBelowDefault, value, defaultValue);
                 return false;
             }
         }
     } else if (option.type == OptionType::NQ_DOUBLE_TYPE) {
-        double value = 0;
-        if (nqtoken_get_double(&words, 0, &value) != 0) return false;
+        const double value = reading.real;
         if (option.hasDefault) {
             const double defaultValue = option.doubleDefault();
             if (minimum && value > defaultValue) {
-                report.standardError("Minimum value :'%g' is larger than the default value '%g'\n", value,
-                                     defaultValue);
+                raise(report, DiagnosticId::DoubleMinimumAboveDefault, value, defaultValue);
                 return false;
             }
             if (!minimum && defaultValue > value) {
-                report.standardError("Maximum value :'%g' is less than the default value '%g'\n", value,
-                                     defaultValue);
+                raise(report, DiagnosticId::DoubleMaximumBelowDefault, value, defaultValue);
                 return false;
             }
         }

@@ -4,7 +4,7 @@
 #include <limits>
 #include <sstream>
 
-#include "codegen/output_file.h"
+#include "output/output_file.h"
 #include "support/tool_process.h"
 
 using namespace quillet;

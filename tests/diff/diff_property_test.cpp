@@ -1,9 +1,12 @@
 // Properties of the comparer on generated pairs of related definitions: a
 // definition compared with itself shows no change, and comparing the pair
 // the other way round turns every change into its inverse (an addition into
-// a removal, a narrowed limit into a widened one, old and new swapped).
+// a removal, a narrowed limit into a widened one, a keyword made alias into
+// an alias made keyword with the options it lost gained back, old and new
+// swapped).
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -12,6 +15,7 @@
 #include <sstream>
 
 #include "diff/comparer.h"
+#include "language/directive.h"
 #include "diff/definition_loader.h"
 
 namespace fs = std::filesystem;
@@ -63,11 +67,6 @@ void writeOption(std::ostream& out, Dice& dice, int keyword, int option) {
 
 // A definition and its aliases file, both valid for quillet.
 std::pair<std::string, std::string> generate(unsigned seed, unsigned side) {
-    static const char* const kFlags[] = {
-        "KEY_NO_OPTIONS:",        "KEY_ALLOW_BLANK_OPERANDS:", "KEY_OPERANDS_ARE_MODEL_NAME:",
-        "KEY_NO_NEW_MODEL:",      "KEY_OPERANDS_NEED_FORMATTING:", "KEY_OPERANDS_REVERSE_FOR_NAME:",
-        "KEY_PRESERVE_OPERANDS:", "KEY_NO_DEFAULTS:", "KEY_DEPRECATED:", "KEY_NO_DOCUMENTATION:",
-        "KEY_SHORT_DOCUMENTATION:"};
     Dice dice(seed, side);
     std::ostringstream out;
     for (int table = 0; table < kTables; ++table) {
@@ -80,18 +79,21 @@ std::pair<std::string, std::string> generate(unsigned seed, unsigned side) {
         if (dice.roll(6) == 0) continue;
         present.push_back(keyword);
         out << "KEYWORD: k" << keyword << " K" << keyword << '_' << dice.roll(2) << '\n';
-        // KEY_NO_NEW_MODEL: and KEY_OPERANDS_REVERSE_FOR_NAME: need the flag before them.
-        bool previous = false;
-        for (const char* flag : kFlags) {
-            const bool needsPrevious = flag == kFlags[3] || flag == kFlags[5];
-            const bool given = dice.roll(3) == 0 && (previous || !needsPrevious);
-            if (given) out << flag;
-            if (given && flag == kFlags[2]) out << ' ' << 1 + dice.roll(2);
-            if (given) out << '\n';
-            previous = given;
+        // Every keyword flag of the language, each after the flag it needs
+        // (which the table lists earlier); a once-per-file flag on its own keyword.
+        std::vector<bool KeywordDef::*> given;
+        int oncePerFile = 0;
+        for (const DirectiveSpec& row : kDirectives) {
+            if (row.keywordFlag == nullptr) continue;
+            const bool allowed = row.secondUseRefusal != nullptr ? keyword == oncePerFile++
+                                                                 : row.keywordPrerequisite == nullptr ||
+                                                                       std::ranges::find(given, row.keywordPrerequisite) != given.end();
+            if (!allowed || dice.roll(row.secondUseRefusal != nullptr ? 2 : 3) != 0) continue;
+            given.push_back(row.keywordFlag);
+            out << row.word;
+            if (row.arguments == Arguments::ModelName) out << ' ' << 1 + dice.roll(2);
+            out << '\n';
         }
-        if (keyword == 0 && dice.roll(2) == 0) out << "KEY_IS_DELETE:\n";
-        if (keyword == 1 && dice.roll(2) == 0) out << "KEY_IS_RENAME:\n";
         out << "KEY_SUMMARY: s" << dice.roll(2) << "\nKEY_DESCRIPTION: d" << dice.roll(2)
             << "\nKEY_OPERAND_SYNOPSIS: s" << dice.roll(2) << "\nKEY_OPERAND_DESCRIPTION: o" << dice.roll(2) << '\n';
         for (int option = 0; option < 4; ++option)
@@ -148,10 +150,28 @@ std::multiset<Key> keysOf(const ChangeList& changes, bool inverted) {
     return keys;
 }
 
+// The rules under which a word runs another command than before, once some
+// option of that word changed with it. A keyword-named alias may stand beside
+// a keyword of its name, whose own options count then.
+void noteRetargets(const ChangeList& changes, std::set<std::string>& seen) {
+    std::map<std::string, std::string> retargeted;
+    for (const Change& change : changes) {
+        const std::string rule(ruleInfo(change.rule).name);
+        const bool aliasOnly = change.keyword.view().starts_with("a");
+        if (rule == "KEYWORD_MADE_ALIAS" || rule == "ALIAS_MADE_KEYWORD" ||
+            (rule == "ALIAS_TARGET_CHANGED" && aliasOnly))
+            retargeted[std::string(change.keyword.view())] = rule;
+    }
+    for (const Change& change : changes)
+        if (auto word = retargeted.find(std::string(change.keyword.view())); change.option && word != retargeted.end())
+            seen.insert(word->second);
+}
+
 TEST(DiffProperty, SelfComparisonIsEmptyAndSwappingInvertsEveryChange) {
     const fs::path dir = fs::temp_directory_path() / ("quillet-diff-property-" + std::to_string(::getpid()));
     fs::create_directories(dir);
     std::set<std::string> rulesSeen;
+    std::set<std::string> retargetsSeen;
     for (unsigned seed = 1; seed <= 200; ++seed) {
         DefinitionSet a;
         DefinitionSet b;
@@ -164,10 +184,12 @@ TEST(DiffProperty, SelfComparisonIsEmptyAndSwappingInvertsEveryChange) {
         const ChangeList forward = compareDefinitions(a, b, values);
         EXPECT_EQ(keysOf(forward, false), keysOf(compareDefinitions(b, a, values), true)) << "seed " << seed;
         for (const Change& change : forward) rulesSeen.insert(std::string(ruleInfo(change.rule).name));
+        noteRetargets(forward, retargetsSeen);
     }
     fs::remove_all(dir);
     // Otherwise the properties might hold for want of changes.
     EXPECT_EQ(rulesSeen.size(), kRules.size());
+    EXPECT_EQ(retargetsSeen.size(), 3u);
 }
 
 }  // namespace

@@ -4,17 +4,7 @@
 #   cmake -DPROJECT_BUILD_DIR=<dir> -DCONSUMER_DIR=<dir> -DWORK_DIR=<dir> -P run_compat_test.cmake
 cmake_minimum_required(VERSION 3.21)
 
-set(prefix "${WORK_DIR}/prefix")
-set(build "${WORK_DIR}/build")
-file(REMOVE_RECURSE "${WORK_DIR}")
-
-function(run expect_status)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE out)
-  if(NOT status STREQUAL expect_status)
-    message(FATAL_ERROR "expected status ${expect_status}, got ${status}: ${ARGN}\n${out}")
-  endif()
-  set(output "${out}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../support/scratch_install.cmake)
 
 function(expect what text regex)
   if(NOT text MATCHES "${regex}")

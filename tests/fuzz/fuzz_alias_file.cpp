@@ -12,6 +12,7 @@
 #include "docgen/alias_reader.h"
 #include "docgen/command_index_writer.h"
 #include "docgen/page_writer.h"
+#include "docgen/reference_format.h"
 #include "fuzz_support.h"
 #include "model/definition_set.h"
 
@@ -73,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (readAliasFile(definitions, context) && namesStayInside(definitions)) {
         definitions.sortForDocumentation();
         OutputFile index;
-        if (!openOutputFile(index, context, kCommandIndexFile) || !writeCommandIndex(definitions, context, index))
+        if (!openOutputFile(index, context, reference::kIndexFile) || !writeCommandIndex(definitions, context, index))
             std::abort();
         index.close();
         writeCommandPages(definitions, context);

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "fuzz_support.h"
-#include "reader/driver.h"
+#include "quillet/driver.h"
 
 namespace fs = std::filesystem;
 using namespace quillet;

@@ -12,7 +12,7 @@
 #include "lint/definition_linter.h"
 #include "lint/json_output.h"
 #include "lint/text_output.h"
-#include "reader/driver.h"
+#include "quillet/driver.h"
 
 using namespace quillet;
 
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     aliases.diagnostics = lint::checkAliases(bytes, std::move(keywords));
     const std::vector<lint::FileReport> reports{std::move(report), std::move(aliases)};
     std::ostringstream sink;
-    lint::writeText(sink, reports, size % 2 == 0);
+    lint::writeText(sink, reports, size % 2 == 0, size % 3 == 0);
     lint::writeJson(sink, reports);
     lint::writeSarif(sink, reports);
     return 0;

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "reader/driver.h"
+#include "quillet/driver.h"
 #include "support/tool_process.h"
 
 using namespace quillet;

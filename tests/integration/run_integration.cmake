@@ -92,6 +92,11 @@ foreach(file bin/quillet bin/quillet-preview include/nqerr.h include/nqerr_captu
     message(FATAL_ERROR "not installed: ${file}")
   endif()
 endforeach()
+# The language server, where its libraries let it be built.
+if(EXISTS "${PROJECT_BUILD_DIR}/src/lsp/quillet-lsp"
+   AND NOT (EXISTS "${prefix}/bin/quillet-lsp" AND EXISTS "${prefix}/share/man/man1/quillet-lsp.1"))
+  message(FATAL_ERROR "not installed: quillet-lsp or its man page")
+endif()
 if(EXISTS "${prefix}/include/nqlog_testing.h" OR EXISTS "${prefix}/include/nqerr_internal.h")
   message(FATAL_ERROR "a private header was installed")
 endif()
@@ -144,6 +149,11 @@ endif()
 # VERBOSE shows quillet's messages of a successful run.
 build(--target verbose)
 expect("VERBOSE" "${output}" "${progress}")
+
+# LINT_STRICT on a clean definition: the linter runs and says nothing.
+build(--target linted)
+expect("LINT_STRICT" "${output}" "Generating the command sources of linted")
+expect_not("LINT_STRICT" "${output}" "warning|errors?,")
 
 # The same definition written again: quillet runs, nothing is recompiled, and
 # the build is then up to date.

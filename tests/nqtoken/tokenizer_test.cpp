@@ -46,7 +46,8 @@ TEST(Tokenizer, QuotedSections) {
     EXPECT_EQ(words("a#b", "", ""), Words{"a#b"});
 }
 
-// One list serves many lines; each word knows where it starts in its line.
+// One list serves many lines; each word knows where it starts and ends in its
+// line, quotes included, so that its bytes as written can be taken from it.
 TEST(Tokenizer, RefilledListGivesWordsAndTheirOffsets) {
     nqtoken_list* list = nullptr;
     ASSERT_EQ(nqtoken_new(&list, "a long first line of words", " ", "\"", "#", 0, 0), 0);
@@ -56,6 +57,13 @@ TEST(Tokenizer, RefilledListGivesWordsAndTheirOffsets) {
     EXPECT_EQ(nqtoken_get_offset(list, 0), 1);
     EXPECT_EQ(nqtoken_get_offset(list, 1), 4);  // at the opening quote
     EXPECT_EQ(nqtoken_get_offset(list, 2), -1);
+    EXPECT_EQ(nqtoken_get_end(list, 0), 3);
+    EXPECT_EQ(nqtoken_get_end(list, 1), 10);  // past "c d"e, before the blank and the comment
+    EXPECT_EQ(nqtoken_get_end(list, 2), -1);
+    ASSERT_EQ(nqtoken_refill(list, "abc#def", " \t", "\"", "#"), 0);
+    EXPECT_EQ(nqtoken_get_end(list, 0), 3);
+    ASSERT_EQ(nqtoken_refill(list, " \"x\"\"\"", " \t", "\"", "#"), 0);
+    EXPECT_EQ(nqtoken_get_end(list, 0), 6);
     EXPECT_NE(nqtoken_refill(list, "x \"open", " ", "\"", "#"), 0);
     EXPECT_EQ(nqtoken_num(list), 0);
     // Other sets on the same list: the old ones no longer apply.

@@ -22,11 +22,7 @@ Read read(DefinitionSet& definitions, std::string_view definition) {
     ErrorCapture capture;
     LineReader lines(definition);
     DefinitionReader reader(definitions, capture.context().report);
-    Line line{};
-    int number = 0;
-    bool accepted = true;
-    while (accepted && lines.next(line)) accepted = reader.readLine(line, ++number);
-    if (accepted) accepted = reader.finish(number);
+    const bool accepted = reader.read(lines);
     return {accepted, capture.messages()};
 }
 

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "lint/alias_check.h"
+#include "lint/definition_linter.h"
+#include "lsp/snapshot.h"
+#include "reader/read_observer.h"
+
+namespace quillet::lsp {
+
+// A word of the definition that the requests need (descriptions are left
+// out), where it stands in the document.
+struct Word {
+    std::uint32_t offset;  // of its first byte, an opening quote included
+    std::uint16_t length;  // in the document, quotes included
+    WordRole role;         // as an argument
+    std::uint8_t directive;  // 1 + its row in kDirectives for a directive word, else 0
+
+    const DirectiveSpec* spec() const { return directive == 0 ? nullptr : &kDirectives[directive - 1]; }
+};
+
+// A byte range of a document.
+struct Span {
+    std::size_t offset = 0;
+    std::size_t length = 0;
+};
+
+// A lint diagnostic with its place, its notes' places and the places its
+// fixes replace, in the document.
+struct Problem {
+    lint::Diagnostic diagnostic;
+    Span span;
+    std::vector<Span> notes;
+    std::vector<Span> fixes;
+};
+
+// The aliases file as the last analysis read it.
+struct AliasesFile {
+    std::string path;
+    std::string text;
+    LineIndex lines;
+    std::vector<lint::AliasUse> uses;
+    std::vector<Problem> problems;
+};
+
+// Everything the requests answer from: one complete lint run over one
+// snapshot of a document, its words and its model.
+struct Analysis {
+    std::shared_ptr<const Snapshot> snapshot;
+    std::uint64_t generation = 0;
+    std::unique_ptr<lint::DefinitionLinter> linter;  // owns the model
+    std::vector<Word> words;                         // in document order
+    // By line as the reader counts them: the byte column after the line's
+    // last word, where a comment can start. One entry per line read.
+    std::vector<std::uint8_t> wordsEnd;
+    std::unordered_map<std::string, std::uint32_t> tables;  // by name: the index of its LOOKUP: name word
+    std::vector<Problem> problems;
+    std::unordered_map<std::string_view, const KeywordDef*> keywords;  // by name, the first of each
+    std::optional<AliasesFile> aliases;
+
+    const DefinitionSet& definitions() const { return linter->definitions(); }
+    std::string_view source(const Word& word) const {
+        return std::string_view(snapshot->text).substr(word.offset, word.length);
+    }
+    // The word as the reader took it: without its quote characters.
+    std::string text(const Word& word) const;
+    // The word covering `offset` (or ending right there), or null.
+    const Word* wordAt(std::size_t offset) const;
+    // The keyword whose KEYWORD: is in force at the word, or null.
+    const KeywordDef* keywordOf(const Word& word) const;
+    const OptionDef* optionOf(const Word& word) const;
+};
+
+// Lints the snapshot, with the aliases file at `aliasesPath` when one is
+// given and readable.
+std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
+                                        const std::string& aliasesPath);
+
+}  // namespace quillet::lsp

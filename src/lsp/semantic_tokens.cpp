@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "lsp/requests.h"
+
+namespace quillet::lsp {
+
+namespace {
+
+enum TokenType : std::uint32_t {
+    kDirective,
+    kKeywordName,
+    kOptionName,
+    kTableName,
+    kId,
+    kType,
+    kValue,
+    kEntryName,
+    kComment,
+};
+
+// Standard token types, so that any theme colours them.
+constexpr std::array<std::string_view, 9> kTokenTypes = {
+    "keyword", "function", "property", "enum", "macro", "type", "number", "enumMember", "comment",
+};
+
+bool tokenType(const Word& word, std::uint32_t& type) {
+    if (word.directive != 0) {
+        type = kDirective;
+        return true;
+    }
+    switch (word.role) {
+    case WordRole::KeywordName: type = kKeywordName; return true;
+    case WordRole::OptionName: type = kOptionName; return true;
+    case WordRole::TableName:
+    case WordRole::TableReference: type = kTableName; return true;
+    case WordRole::KeywordId:
+    case WordRole::OptionId:
+    case WordRole::EntryId: type = kId; return true;
+    case WordRole::OptionType: type = kType; return true;
+    case WordRole::OptionDefault:
+    case WordRole::Limit:
+    case WordRole::ModelNameCount:
+    case WordRole::EntryValue: type = kValue; return true;
+    case WordRole::EntryName: type = kEntryName; return true;
+    default: return false;
+    }
+}
+
+// Tokens in document order, encoded relative to the one before.
+class TokenWriter {
+public:
+    explicit TokenWriter(const TextView& view) : view_(view) {}
+
+    void add(std::size_t offset, std::size_t length, std::uint32_t type) {
+        const TextPosition start = view_.lines.position(view_.text, offset, view_.encoding);
+        const TextPosition end = view_.lines.position(view_.text, offset + length, view_.encoding);
+        // A token ends with its line (a lone carriage return in a word).
+        const std::uint32_t units =
+            end.line == start.line ? end.character - start.character
+                                   : view_.lines.position(view_.text, view_.lines.lineEnd(view_.text, start.line),
+                                                          view_.encoding).character - start.character;
+        if (units == 0) return;
+        data_.push_back(start.line - line_);
+        data_.push_back(start.line == line_ ? start.character - character_ : start.character);
+        data_.push_back(units);
+        data_.push_back(type);
+        data_.push_back(0);
+        line_ = start.line;
+        character_ = start.character;
+    }
+
+    json take() { return {{"data", std::move(data_)}}; }
+
+private:
+    const TextView& view_;
+    std::vector<std::uint32_t> data_;
+    std::uint32_t line_ = 0;
+    std::uint32_t character_ = 0;
+};
+
+}  // namespace
+
+json semanticTokenLegend() {
+    json types = json::array();
+    for (std::string_view type : kTokenTypes) types.push_back(std::string(type));
+    return {{"tokenTypes", std::move(types)}, {"tokenModifiers", json::array()}};
+}
+
+json semanticTokens(const Analysis& analysis, const TextView& view) {
+    TokenWriter tokens(view);
+    const std::string_view text = view.text;
+    auto word = analysis.words.begin();
+    std::size_t lineStart = 0;
+    // Line by line as the reader read them: the words, then a comment after them.
+    for (std::size_t line = 0; line < analysis.wordsEnd.size() && lineStart <= text.size(); ++line) {
+        const std::size_t newline = std::min(text.find('\n', lineStart), text.size());
+        for (std::uint32_t type = 0; word != analysis.words.end() && word->offset < newline; ++word)
+            if (tokenType(*word, type)) tokens.add(word->offset, word->length, type);
+        const std::size_t from = std::min(lineStart + analysis.wordsEnd[line], newline);
+        const std::size_t found = text.substr(from, newline - from).find('#');
+        if (found != std::string_view::npos) {
+            const std::size_t hash = from + found;
+            std::size_t end = newline;
+            if (end > hash && text[end - 1] == '\r') --end;
+            tokens.add(hash, end - hash, kComment);
+        }
+        lineStart = newline + 1;
+    }
+    return tokens.take();
+}
+
+}  // namespace quillet::lsp

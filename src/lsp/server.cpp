@@ -1,0 +1,396 @@
+#include "lsp/server.h"
+
+#include <malloc.h>
+
+#include <limits>
+#include <utility>
+
+#include "format/formatter.h"
+#include "lsp/requests.h"
+
+namespace quillet::lsp {
+
+namespace {
+
+// The member at the end of a chain of keys, or null where one is missing.
+const json& member(const json& object, std::initializer_list<const char*> keys) {
+    static const json kNone;
+    const json* at = &object;
+    for (const char* key : keys) {
+        if (!at->is_object()) return kNone;
+        const auto found = at->find(key);
+        if (found == at->end()) return kNone;
+        at = &*found;
+    }
+    return *at;
+}
+
+Encoding chooseEncoding(const json& offered) {
+    if (offered.is_array())
+        for (const json& name : offered) {
+            if (name == "utf-8") return Encoding::Utf8;
+            if (name == "utf-16") return Encoding::Utf16;
+            if (name == "utf-32") return Encoding::Utf32;
+        }
+    return Encoding::Utf16;
+}
+
+const char* encodingName(Encoding encoding) {
+    switch (encoding) {
+    case Encoding::Utf8: return "utf-8";
+    case Encoding::Utf16: return "utf-16";
+    case Encoding::Utf32: return "utf-32";
+    }
+    return "utf-16";
+}
+
+constexpr std::size_t kTrimmedDocument = std::size_t{32} << 20;
+
+// Offsets are kept in 32 bits.
+constexpr std::size_t kLargestDocument = std::numeric_limits<std::uint32_t>::max();
+
+}  // namespace
+
+const Server::Method Server::kMethods[] = {
+    {"initialize", &Server::initialize, true},
+    {"initialized", &Server::initialized, false},
+    {"shutdown", &Server::shutdown, true},
+    {"exit", &Server::exit, false},
+    {"textDocument/didOpen", &Server::didOpen, false},
+    {"textDocument/didChange", &Server::didChange, false},
+    {"textDocument/didClose", &Server::didClose, false},
+    {"textDocument/didSave", &Server::ignore, false},
+    {"workspace/didChangeConfiguration", &Server::didChangeConfiguration, false},
+    {"textDocument/hover", &Server::hover, true},
+    {"textDocument/definition", &Server::definition, true},
+    {"textDocument/references", &Server::references, true},
+    {"textDocument/documentSymbol", &Server::documentSymbol, true},
+    {"textDocument/completion", &Server::completion, true},
+    {"textDocument/codeAction", &Server::codeAction, true},
+    {"textDocument/semanticTokens/full", &Server::semanticTokensFull, true},
+    {"textDocument/formatting", &Server::formatting, true},
+};
+
+Server::Server(Send send)
+    : send_(std::move(send)),
+      checker_([this](const std::string& uri, std::shared_ptr<const Analysis> analysis) {
+          checked(uri, std::move(analysis));
+      }) {}
+
+bool Server::connected() const {
+    const std::lock_guard lock(sendMutex_);
+    return connected_;
+}
+
+void Server::send(const json& message) {
+    // Texts of the document may hold bytes that are no UTF-8.
+    const std::string body = message.dump(-1, ' ', false, json::error_handler_t::replace);
+    const std::lock_guard lock(sendMutex_);
+    if (connected_ && !send_(body)) connected_ = false;
+}
+
+void Server::error(const json& id, int code, std::string message) {
+    send({{"jsonrpc", "2.0"}, {"id", id}, {"error", {{"code", code}, {"message", std::move(message)}}}});
+}
+
+void Server::malformed() { error(nullptr, kParseError, "Parse error: malformed message header"); }
+
+void Server::handle(std::string body) {
+    json message = json::parse(body, nullptr, false);
+    // A client may send its buffer's bytes unchecked: they are read as a
+    // decoder would show them.
+    if (message.is_discarded()) message = json::parse(toValidUtf8(body), nullptr, false);
+    std::string().swap(body);
+    if (message.is_discarded()) return error(nullptr, kParseError, "Parse error: the message is not valid JSON");
+    dispatch(message);
+}
+
+void Server::dispatch(json& message) {
+    const json& id = member(message, {"id"});
+    const bool hasId = message.is_object() && message.contains("id") && (id.is_number_integer() || id.is_string());
+    const json& method = member(message, {"method"});
+    if (!method.is_string()) {
+        // A client's answer to the server's configuration request.
+        if (hasId && id == requests_ && askedConfiguration_ && message.contains("result")) {
+            askedConfiguration_ = false;
+            const json& result = message["result"];
+            if (result.is_array() && !result.empty()) configure(result.front());
+            return;
+        }
+        if (!hasId || !(message.contains("result") || message.contains("error")))
+            error(hasId ? id : json(nullptr), kInvalidRequest, "Invalid request: no method");
+        return;
+    }
+    const Method* found = nullptr;
+    for (const Method& known : kMethods)
+        if (known.name == method.get_ref<const std::string&>()) found = &known;
+    if (found == nullptr) {
+        if (hasId) error(id, kMethodNotFound, "Method not found: " + method.get<std::string>());
+        return;
+    }
+    if (!initialized_ && found->name != "initialize" && found->name != "exit") {
+        if (hasId) error(id, kServerNotInitialized, "Server not initialized");
+        return;
+    }
+    if (shutdown_ && found->name != "exit") {
+        if (hasId) error(id, kInvalidRequest, "Invalid request: the server is shutting down");
+        return;
+    }
+    json result;
+    try {
+        result = message.is_object() ? (this->*found->handler)(message["params"]) : json();
+    } catch (const json::exception&) {
+        if (hasId) error(id, kInvalidParams, "Invalid params");
+        return;
+    }
+    if (hasId) send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+}
+
+json Server::initialize(json& params) {
+    encoding_ = chooseEncoding(member(params, {"capabilities", "general", "positionEncodings"}));
+    canAskConfiguration_ = member(params, {"capabilities", "workspace", "configuration"}) == true;
+    if (const json& root = member(params, {"rootUri"}); root.is_string()) root_ = pathOfUri(root.get<std::string>());
+    else if (const json& path = member(params, {"rootPath"}); path.is_string()) root_ = path.get<std::string>();
+    configure(member(params, {"initializationOptions"}));
+    initialized_ = true;
+    return {{"capabilities",
+             {{"positionEncoding", encodingName(encoding_)},
+              {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+              {"hoverProvider", true},
+              {"definitionProvider", true},
+              {"referencesProvider", true},
+              {"documentSymbolProvider", true},
+              {"completionProvider", json::object()},
+              {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}},
+              {"semanticTokensProvider", {{"legend", semanticTokenLegend()}, {"full", true}}},
+              {"documentFormattingProvider", true}}},
+            {"serverInfo", {{"name", "quillet-lsp"}, {"version", QUILLET_VERSION}}}};
+}
+
+json Server::initialized(json&) {
+    askConfiguration();
+    return nullptr;
+}
+
+void Server::askConfiguration() {
+    if (!canAskConfiguration_) return;
+    askedConfiguration_ = true;
+    send({{"jsonrpc", "2.0"},
+          {"id", ++requests_},
+          {"method", "workspace/configuration"},
+          {"params", {{"items", {{{"section", "quillet"}}}}}}});
+}
+
+// Settings: {"aliases": "path of the aliases file"}; a relative path is
+// taken from the workspace's root.
+void Server::configure(const json& settings) {
+    const json& aliases = member(settings, {"aliases"});
+    if (!aliases.is_string()) return;
+    std::string path = aliases.get<std::string>();
+    if (!path.empty() && path.front() != '/' && !root_.empty()) path = root_ + "/" + path;
+    const std::lock_guard lock(mutex_);
+    if (path == aliasesPath_) return;
+    aliasesPath_ = std::move(path);
+    for (auto& [uri, document] : documents_) schedule(uri, document);
+}
+
+json Server::shutdown(json&) {
+    shutdown_ = true;
+    return nullptr;
+}
+
+json Server::exit(json&) {
+    exitStatus_ = shutdown_ ? 0 : 1;
+    return nullptr;
+}
+
+void Server::schedule(const std::string& uri, Document& document) {
+    document.generation = ++generation_;
+    checker_.check({uri, document.snapshot, document.generation, aliasesPath_});
+}
+
+json Server::didOpen(json& params) {
+    json& document = params.at("textDocument");
+    std::string text = std::move(document.at("text").get_ref<std::string&>());
+    if (text.size() > kLargestDocument) return nullptr;
+    const std::string uri = document.at("uri").get<std::string>();
+    const auto version = document.at("version").get<std::int64_t>();
+    const std::lock_guard lock(mutex_);
+    Document& open = documents_[uri];
+    open.snapshot = std::make_shared<const Snapshot>(std::move(text), version);
+    schedule(uri, open);
+    return nullptr;
+}
+
+json Server::didChange(json& params) {
+    const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    const auto version = params.at("textDocument").at("version").get<std::int64_t>();
+    const json& changes = params.at("contentChanges");
+    std::unique_lock lock(mutex_);
+    const auto found = documents_.find(uri);
+    if (found == documents_.end()) return nullptr;
+    std::shared_ptr<const Snapshot> snapshot = found->second.snapshot;
+    const Encoding encoding = encoding_;
+    lock.unlock();
+    // Each change applies to the text the one before it left.
+    for (const json& change : changes) {
+        const std::string& replacement = change.at("text").get_ref<const std::string&>();
+        if (!change.contains("range")) {
+            if (replacement.size() > kLargestDocument) return nullptr;
+            snapshot = std::make_shared<const Snapshot>(replacement, version);
+            continue;
+        }
+        const TextView view{snapshot->text, snapshot->lines, encoding};
+        const std::size_t start = view.offset(change.at("range").at("start"));
+        const std::size_t end = std::max(start, view.offset(change.at("range").at("end")));
+        if (snapshot->text.size() - (end - start) + replacement.size() > kLargestDocument) return nullptr;
+        std::string text;
+        text.reserve(snapshot->text.size() - (end - start) + replacement.size());
+        text.append(snapshot->text, 0, start).append(replacement).append(snapshot->text, end);
+        LineIndex lines(snapshot->lines, text, start, end - start, replacement.size());
+        snapshot = std::make_shared<const Snapshot>(std::move(text), std::move(lines), version);
+    }
+    lock.lock();
+    const auto still = documents_.find(uri);
+    if (still == documents_.end()) return nullptr;
+    still->second.snapshot = std::move(snapshot);
+    schedule(uri, still->second);
+    return nullptr;
+}
+
+json Server::didClose(json& params) {
+    const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    {
+        const std::lock_guard lock(mutex_);
+        if (documents_.erase(uri) == 0) return nullptr;
+    }
+    send({{"jsonrpc", "2.0"},
+          {"method", "textDocument/publishDiagnostics"},
+          {"params", {{"uri", uri}, {"diagnostics", json::array()}}}});
+    return nullptr;
+}
+
+json Server::didChangeConfiguration(json& params) {
+    const json& settings = member(params, {"settings", "quillet"});
+    if (settings.is_object()) configure(settings);
+    else askConfiguration();
+    return nullptr;
+}
+
+json Server::ignore(json&) { return nullptr; }
+
+void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> analysis) {
+    Encoding encoding;
+    std::shared_ptr<const Analysis> replaced;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = documents_.find(uri);
+        // A newer change or a close has made this check moot.
+        if (found == documents_.end() || found->second.generation != analysis->generation) return;
+        replaced = std::exchange(found->second.analysis, analysis);
+        encoding = encoding_;
+    }
+    // A large model's memory stays with this thread's allocator when it is
+    // freed; it is given back to the system instead. A small one is kept for
+    // the next check: taking fresh pages from the system costs more.
+    if (replaced != nullptr && replaced.use_count() == 1 && replaced->snapshot->text.size() >= kTrimmedDocument) {
+        replaced.reset();
+        ::malloc_trim(0);
+    }
+    const Snapshot& snapshot = *analysis->snapshot;
+    const TextView view{snapshot.text, snapshot.lines, encoding};
+    send({{"jsonrpc", "2.0"},
+          {"method", "textDocument/publishDiagnostics"},
+          {"params", {{"uri", uri}, {"version", snapshot.version}, {"diagnostics", diagnosticsOf(analysis->problems, uri, view)}}}});
+    if (analysis->aliases) {
+        const AliasesFile& aliases = *analysis->aliases;
+        const std::string aliasesUri = uriOfPath(aliases.path);
+        const TextView aliasesView{aliases.text, aliases.lines, encoding};
+        send({{"jsonrpc", "2.0"},
+              {"method", "textDocument/publishDiagnostics"},
+              {"params", {{"uri", aliasesUri}, {"diagnostics", diagnosticsOf(aliases.problems, aliasesUri, aliasesView)}}}});
+    }
+}
+
+std::shared_ptr<const Analysis> Server::analysisOf(const json& params) const {
+    const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    const std::lock_guard lock(mutex_);
+    const auto found = documents_.find(uri);
+    return found == documents_.end() ? nullptr : found->second.analysis;
+}
+
+json Server::hover(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    return lsp::hover(*analysis, view.offset(params.at("position")), view);
+}
+
+json Server::definition(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    return lsp::definition(*analysis, params.at("textDocument").at("uri").get<std::string>(), view.offset(params.at("position")), view);
+}
+
+json Server::references(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const bool withDeclaration = member(params, {"context", "includeDeclaration"}) == true;
+    return lsp::references(*analysis, params.at("textDocument").at("uri").get<std::string>(), view.offset(params.at("position")),
+                           withDeclaration, view);
+}
+
+json Server::documentSymbol(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    return documentSymbols(*analysis, {analysis->snapshot->text, analysis->snapshot->lines, encoding_});
+}
+
+json Server::completion(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    return lsp::completion(*analysis, view.offset(params.at("position")));
+}
+
+json Server::codeAction(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const std::size_t start = view.offset(params.at("range").at("start"));
+    const std::size_t end = std::max(start, view.offset(params.at("range").at("end")));
+    return codeActions(*analysis, params.at("textDocument").at("uri").get<std::string>(), {start, end - start}, view);
+}
+
+json Server::semanticTokensFull(json& params) {
+    const auto analysis = analysisOf(params);
+    if (!analysis) return nullptr;
+    return semanticTokens(*analysis, {analysis->snapshot->text, analysis->snapshot->lines, encoding_});
+}
+
+}  // namespace quillet::lsp
+
+namespace quillet::lsp {
+
+// The current text, not the last checked one: the edit applies to it. A
+// definition that quillet-format refuses gets no edit; its diagnostics say why.
+json Server::formatting(json& params) {
+    const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    std::shared_ptr<const Snapshot> snapshot;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = documents_.find(uri);
+        if (found == documents_.end()) return nullptr;
+        snapshot = found->second.snapshot;
+    }
+    std::string formatted;
+    std::vector<format::Problem> problems;
+    if (!format::formatDefinition(snapshot->text, formatted, problems)) return nullptr;
+    if (formatted == snapshot->text) return json::array();
+    const TextView view{snapshot->text, snapshot->lines, encoding_};
+    return json::array({{{"range", view.range({0, snapshot->text.size()})}, {"newText", std::move(formatted)}}});
+}
+
+}  // namespace quillet::lsp

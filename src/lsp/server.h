@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "lsp/checker.h"
+#include "lsp/protocol.h"
+
+namespace quillet::lsp {
+
+// The language server's state and its answers to each message. Messages
+// arrive through handle(), one at a time; everything it sends (answers, and
+// the diagnostics that the checker's thread publishes) goes to `send`, one
+// whole JSON body at a time.
+class Server {
+public:
+    using Send = std::function<bool(std::string_view body)>;
+
+    explicit Server(Send send);
+
+    // Takes the body, so that a large document's message is freed as soon
+    // as it is parsed.
+    void handle(std::string body);
+    // For a message whose framing was broken.
+    void malformed();
+    // Set by `exit`: the process's exit status.
+    std::optional<int> exitStatus() const { return exitStatus_; }
+    // False once the client's input could not be written to.
+    bool connected() const;
+    // Waits until every change has been checked and its diagnostics sent.
+    void waitIdle() { checker_.waitIdle(); }
+
+private:
+    struct Document {
+        std::shared_ptr<const Snapshot> snapshot;
+        std::uint64_t generation = 0;
+        std::shared_ptr<const Analysis> analysis;  // the last complete one
+    };
+    using Handler = json (Server::*)(json& params);
+    struct Method {
+        std::string_view name;
+        Handler handler;
+        bool request;  // answered, unlike a notification
+    };
+    static const Method kMethods[];
+
+    void send(const json& message);
+    void error(const json& id, int code, std::string message);
+    void dispatch(json& message);
+    void checked(const std::string& uri, std::shared_ptr<const Analysis> analysis);
+    void schedule(const std::string& uri, Document& document);
+    void askConfiguration();
+    void configure(const json& settings);
+    // The last analysis of the document named in the parameters, and where
+    // the parameters' position falls in its text.
+    std::shared_ptr<const Analysis> analysisOf(const json& params) const;
+
+    json initialize(json& params);
+    json initialized(json& params);
+    json shutdown(json& params);
+    json exit(json& params);
+    json didOpen(json& params);
+    json didChange(json& params);
+    json didClose(json& params);
+    json didChangeConfiguration(json& params);
+    json hover(json& params);
+    json definition(json& params);
+    json references(json& params);
+    json documentSymbol(json& params);
+    json completion(json& params);
+    json codeAction(json& params);
+    json semanticTokensFull(json& params);
+    json formatting(json& params);
+    json ignore(json& params);
+
+    Send send_;
+    mutable std::mutex sendMutex_;
+    bool connected_ = true;
+
+    mutable std::mutex mutex_;  // guards what the checker's thread sees
+    std::map<std::string, Document> documents_;
+    std::uint64_t generation_ = 0;
+    std::string aliasesPath_;
+    std::string root_;
+    Encoding encoding_ = Encoding::Utf16;
+
+    bool initialized_ = false;
+    bool shutdown_ = false;
+    bool askedConfiguration_ = false;
+    bool canAskConfiguration_ = false;
+    int requests_ = 0;  // sent to the client
+    std::optional<int> exitStatus_;
+    Checker checker_;  // last: its thread stops before the rest goes
+};
+
+}  // namespace quillet::lsp

@@ -1,0 +1,124 @@
+#include "lsp/requests.h"
+
+namespace quillet::lsp {
+
+namespace {
+
+// Symbol kinds of the protocol.
+constexpr int kFunction = 12;
+constexpr int kProperty = 7;
+constexpr int kEnum = 10;
+constexpr int kEnumMember = 22;
+
+// A symbol being built: it grows to the last word that belongs to it.
+struct OpenSymbol {
+    json symbol;
+    std::size_t start = 0;
+    std::size_t end = 0;
+    bool open = false;
+};
+
+class SymbolBuilder {
+public:
+    SymbolBuilder(const Analysis& analysis, const TextView& view) : analysis_(analysis), view_(view) {}
+
+    json build() {
+        for (const Word& word : analysis_.words) take(word);
+        closeOption();
+        closeKeyword();
+        closeTable();
+        return std::move(symbols_);
+    }
+
+private:
+    void take(const Word& word) {
+        // A lookup table's words end at the next directive; the keyword and
+        // option around it go on after it.
+        if (const DirectiveSpec* spec = word.spec()) {
+            closeTable();
+            switch (spec->directive) {
+            case Directive::KEYWORD:
+                closeOption();
+                closeKeyword();
+                begin(keyword_, word, kFunction);
+                return;
+            case Directive::OPTION:
+                closeOption();
+                begin(option_, word, kProperty);
+                break;
+            case Directive::LOOKUP: begin(table_, word, kEnum); return;
+            default: break;
+            }
+        }
+        const std::size_t end = word.offset + word.length;
+        if (table_.open) table_.end = end;
+        else
+            for (OpenSymbol* symbol : {&keyword_, &option_})
+                if (symbol->open) symbol->end = end;
+        switch (word.role) {
+        case WordRole::KeywordName: name(keyword_, word); break;
+        case WordRole::KeywordId: detail(keyword_, word); break;
+        case WordRole::OptionName: name(option_, word); break;
+        case WordRole::OptionId: detail(option_, word); break;
+        case WordRole::TableName: name(table_, word); break;
+        case WordRole::EntryId: entry_ = {json::object(), word.offset, end, true}; detail(entry_, word); break;
+        case WordRole::EntryName:
+            if (entry_.open) name(entry_, word);
+            break;
+        case WordRole::EntryValue:
+            if (entry_.open && table_.open && entry_.symbol.contains("name")) {
+                entry_.end = end;
+                entry_.symbol["kind"] = kEnumMember;
+                entry_.symbol["detail"] = entry_.symbol["detail"].get<std::string>() + " = " + analysis_.text(word);
+                close(entry_, table_.symbol["children"]);
+            }
+            entry_.open = false;
+            break;
+        default: break;
+        }
+    }
+
+    void begin(OpenSymbol& symbol, const Word& word, int kind) {
+        symbol = {{{"kind", kind}, {"children", json::array()}}, word.offset, word.offset + word.length, true};
+    }
+    void name(OpenSymbol& symbol, const Word& word) {
+        if (!symbol.open || symbol.symbol.contains("name")) return;
+        symbol.symbol["name"] = analysis_.text(word);
+        symbol.symbol["selectionRange"] = view_.range({word.offset, word.length});
+    }
+    void detail(OpenSymbol& symbol, const Word& word) {
+        if (symbol.open && !symbol.symbol.contains("detail")) symbol.symbol["detail"] = analysis_.text(word);
+    }
+    // A symbol whose name never came is left out: the protocol needs one.
+    void close(OpenSymbol& symbol, json& into) {
+        if (!symbol.open) return;
+        symbol.open = false;
+        if (!symbol.symbol.contains("name") || symbol.symbol["name"].get_ref<const std::string&>().empty()) return;
+        symbol.symbol["range"] = view_.range({symbol.start, symbol.end - symbol.start});
+        if (symbol.symbol.contains("children") && symbol.symbol["children"].empty()) symbol.symbol.erase("children");
+        into.push_back(std::move(symbol.symbol));
+    }
+    void closeOption() {
+        if (keyword_.open) close(option_, keyword_.symbol["children"]);
+        option_.open = false;
+    }
+    void closeKeyword() { close(keyword_, symbols_); }
+    void closeTable() {
+        entry_.open = false;
+        close(table_, symbols_);
+    }
+
+    const Analysis& analysis_;
+    const TextView& view_;
+    json symbols_ = json::array();
+    OpenSymbol keyword_;
+    OpenSymbol option_;
+    OpenSymbol table_;
+    OpenSymbol entry_;
+};
+
+}  // namespace
+
+json documentSymbols(const Analysis& analysis, const TextView& view) { return SymbolBuilder(analysis, view).build(); }
+
+}  // namespace quillet::lsp
