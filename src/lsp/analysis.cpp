@@ -1,6 +1,7 @@
 #include "lsp/analysis.h"
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -17,10 +18,16 @@ namespace {
 // that lint's line numbers find their bytes.
 class ReaderLines {
 public:
-    explicit ReaderLines(std::string_view text) : text_(text) {
+    // `lineCount`: at least as many lines as the text has line feeds.
+    ReaderLines(std::string_view text, std::size_t lineCount) : text_(text) {
+        starts_.reserve(lineCount + 1);
         starts_.push_back(0);
-        for (std::size_t at = 0; (at = text.find('\n', at)) != std::string_view::npos;) starts_.push_back(++at);
+        for (const char* at = text.data(), *end = at + text.size();
+             (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)))) != nullptr;)
+            starts_.push_back(static_cast<std::uint32_t>(++at - text.data()));
     }
+
+    std::size_t count() const { return starts_.size(); }
 
     std::size_t offset(Position position) const {
         if (position.line < 1) return 0;
@@ -31,7 +38,8 @@ public:
 
 private:
     std::string_view text_;
-    std::vector<std::size_t> starts_;
+    // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
+    std::vector<std::uint32_t> starts_;
 };
 
 // The bytes a word spans from `offset`: its text, with the quotes that the
@@ -116,7 +124,7 @@ std::optional<AliasesFile> readAliases(const std::string& path, const Definition
     std::unordered_set<std::string> keywords;
     for (const KeywordDef* keyword : definitions.keywords) keywords.emplace(keyword->name);
     file.problems = locate(lint::checkAliases(file.text, std::move(keywords), &file.uses), file.text,
-                           ReaderLines(file.text), {});
+                           ReaderLines(file.text, file.lines.lines()), {});
     return file;
 }
 
@@ -162,25 +170,28 @@ const OptionDef* Analysis::optionOf(const Word& word) const {
 }
 
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
-                                        const std::string& aliasesPath) {
+                                        const std::string& aliasesPath, std::size_t expectedWords) {
     auto analysis = std::make_shared<Analysis>();
     analysis->snapshot = std::move(snapshot);
     analysis->generation = generation;
     const std::string_view text = analysis->snapshot->text;
     analysis->linter = std::make_unique<lint::DefinitionLinter>(std::numeric_limits<std::size_t>::max());
-    const ReaderLines lines(text);
+    const ReaderLines lines(text, analysis->snapshot->lines.lines());
+    analysis->words.reserve(expectedWords + expectedWords / 8);
+    analysis->wordsEnd.reserve(lines.count());
     WordCollector collector(text, lines, *analysis);
     analysis->linter->forward(&collector);
     LineReader reader(text);
     analysis->linter->read(reader);
     analysis->linter->forward(nullptr);
-    analysis->words.shrink_to_fit();
+    if (analysis->words.capacity() > analysis->words.size() + analysis->words.size() / 4)
+        analysis->words.shrink_to_fit();
     for (std::size_t i = 0; i < analysis->words.size(); ++i)
         if (analysis->words[i].role == WordRole::TableName && analysis->words[i].directive == 0)
             analysis->tables.emplace(analysis->text(analysis->words[i]), static_cast<std::uint32_t>(i));
     analysis->problems = locate(analysis->linter->takeDiagnostics(), text, lines, analysis->words);
     // Every line was read, up to one too long for the reader.
-    std::size_t linesRead = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+    std::size_t linesRead = lines.count();
     for (const Problem& problem : analysis->problems)
         if (problem.diagnostic.rule == lint::RuleId::LongLine)
             linesRead = static_cast<std::size_t>(problem.diagnostic.position.line - 1);

@@ -80,8 +80,9 @@ struct Analysis {
 };
 
 // Lints the snapshot, with the aliases file at `aliasesPath` when one is
-// given and readable.
+// given and readable. `expectedWords`, the count of an earlier version, lets
+// a large document's word index be sized once instead of grown and copied.
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
-                                        const std::string& aliasesPath);
+                                        const std::string& aliasesPath, std::size_t expectedWords);
 
 }  // namespace quillet::lsp

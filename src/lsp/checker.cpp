@@ -40,7 +40,7 @@ void Checker::work() {
             pending_.erase(pending_.begin());
             busy_ = true;
         }
-        done_(job.uri, analyse(std::move(job.snapshot), job.generation, job.aliasesPath));
+        done_(job.uri, analyse(std::move(job.snapshot), job.generation, job.aliasesPath, job.expectedWords));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -23,6 +24,7 @@ public:
         std::shared_ptr<const Snapshot> snapshot;
         std::uint64_t generation = 0;
         std::string aliasesPath;
+        std::size_t expectedWords = 0;  // the last analysis's count, to size the index once
     };
     using Done = std::function<void(const std::string& uri, std::shared_ptr<const Analysis> analysis)>;
 

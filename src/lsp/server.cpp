@@ -206,7 +206,8 @@ json Server::exit(json&) {
 
 void Server::schedule(const std::string& uri, Document& document) {
     document.generation = ++generation_;
-    checker_.check({uri, document.snapshot, document.generation, aliasesPath_});
+    const std::size_t words = document.analysis == nullptr ? 0 : document.analysis->words.size();
+    checker_.check({uri, document.snapshot, document.generation, aliasesPath_, words});
 }
 
 json Server::didOpen(json& params) {
@@ -244,11 +245,8 @@ json Server::didChange(json& params) {
         const std::size_t start = view.offset(change.at("range").at("start"));
         const std::size_t end = std::max(start, view.offset(change.at("range").at("end")));
         if (snapshot->text.size() - (end - start) + replacement.size() > kLargestDocument) return nullptr;
-        std::string text;
-        text.reserve(snapshot->text.size() - (end - start) + replacement.size());
-        text.append(snapshot->text, 0, start).append(replacement).append(snapshot->text, end);
-        LineIndex lines(snapshot->lines, text, start, end - start, replacement.size());
-        snapshot = std::make_shared<const Snapshot>(std::move(text), std::move(lines), version);
+        snapshot = std::make_shared<const Snapshot>(snapshot->text, snapshot->lines, start, end - start, replacement,
+                                                    version);
     }
     lock.lock();
     const auto still = documents_.find(uri);
