@@ -2,7 +2,7 @@
 """Benchmarks quillet against the I/O floor of the same work.
 
 usage: bench/run.py [--sizes 1000 10000 100000] [--shapes text dense] [--options 10] [--repeat 3] [--binary PATH] [--work DIR]
-                    [--no-format]
+                    [--no-companions]
 
 Builds a Release quillet in build-bench/, generates a definition and an
 aliases file per shape and size (bench/generate.py; kept in
@@ -16,9 +16,21 @@ measures, in one go:
   (`cp` is not used: it copies inside the kernel, without the user-space
   write that quillet, like any writer, has to make.)
 
-It also measures quillet-format on the same definition (path "format":
-formatting it to /dev/null; its floor is the `cat` of the input) and
-prints its time against quillet's default path.
+It also measures the companions on the same definition, each against
+quillet's default path (their floor is the `cat` of the input):
+
+- lint: `quillet-lint` of the definition;
+- diff: `quillet-diff` of the definition and a copy with one summary changed;
+- format: `quillet-format` of the definition to /dev/null;
+- lsp: `quillet-lsp`'s median re-check after a one-character change (as
+  bench/lsp.py measures it), against lint's time.
+
+Last, it prints each target against the figures of the largest size of each
+shape: the default path within 2x its floor and at 100 MB/s (dense) or
+150 MB/s (text), peak memory within 1.5x the input, 10x the keywords within
+11x the time, -html within 2x its floor, lint within 1.3x quillet's time and
+memory, diff and format within 1.5x its time, the server's re-check within
+1.5x lint's.
 
 Each figure is the best of --repeat runs. Prints input size, output size,
 wall time, input MB/s, records (keywords and options) per second, peak
@@ -43,14 +55,14 @@ BUILD = os.path.join(ROOT, "build-bench")
 def build():
     subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DBUILD_TESTING=OFF"],
                    check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "quillet-format", "-j", "2"], check=True,
-                   stdout=subprocess.DEVNULL)
+    subprocess.run(["cmake", "--build", BUILD, "--target", "quillet", "quillet-lint", "quillet-diff", "quillet-format",
+                    "quillet-lsp", "-j", "2"], check=True, stdout=subprocess.DEVNULL)
     return os.path.join(BUILD, "src", "quillet")
 
 
-def formatter(quillet):
-    """quillet-format beside the quillet measured, in its build tree."""
-    return os.path.join(os.path.dirname(quillet), "format", "quillet-format")
+def companion(quillet, name):
+    """A companion beside the quillet measured, in its build tree."""
+    return os.path.join(os.path.dirname(quillet), name.split("-")[1], name)
 
 
 def generate(keywords, options, shape):
@@ -66,7 +78,7 @@ def generate(keywords, options, shape):
     return definition, root
 
 
-def timed(argv, stdin_path=None, cwd=None, env=None):
+def timed(argv, stdin_path=None, cwd=None, env=None, statuses=(0,)):
     """Runs argv; returns (wall seconds, peak RSS in bytes)."""
     # Earlier runs' output is flushed to disk first, so that its write-back
     # does not land in this measurement.
@@ -79,7 +91,7 @@ def timed(argv, stdin_path=None, cwd=None, env=None):
     wall = time.perf_counter() - start
     if stdin_path:
         stdin.close()
-    if os.waitstatus_to_exitcode(status) != 0:
+    if os.waitstatus_to_exitcode(status) not in statuses:
         raise SystemExit("failed: %s" % " ".join(argv))
     return wall, usage.ru_maxrss * 1024
 
@@ -115,16 +127,60 @@ def measure(quillet, definition, arguments, env, work, repeat):
     return best_run, peak, best_floor, size, files
 
 
-def measure_format(quillet_format, definition, repeat):
+def measure_companion(argv, definition, repeat, statuses=(0,)):
     best_run = best_floor = None
     peak = 0
     for _ in range(repeat):
-        wall, rss = timed([quillet_format, definition])
+        wall, rss = timed(argv, statuses=statuses)
         best_run = wall if best_run is None else min(best_run, wall)
         peak = max(peak, rss)
         floor, _ = timed(["sh", "-c", 'cat "$0" > /dev/null', definition])
         best_floor = floor if best_floor is None else min(best_floor, floor)
     return best_run, peak, best_floor
+
+
+def changed_copy(definition):
+    """The definition with its first summary changed: what diff compares it with."""
+    copy = definition[:-len(".def")] + "_changed.def"
+    if not os.path.exists(copy):
+        with open(definition, "rb") as source:
+            text = source.read()
+        at = text.index(b"KEY_SUMMARY:") + len(b"KEY_SUMMARY:")
+        with open(copy, "wb") as out:
+            out.write(text[:at] + b" Changed" + text[at:])
+    return copy
+
+
+def lsp_recheck(quillet, definition):
+    """The language server's median re-check of the definition, in seconds."""
+    sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+    import lsp
+    _, _, rechecks, _, _, _, _, _ = lsp.measure(companion(quillet, "quillet-lsp"), definition, 3, 1)
+    return sorted(rechecks)[len(rechecks) // 2]
+
+
+def verdict(name, value, limit, unit="x", at_least=False):
+    met = value >= limit if at_least else value <= limit
+    print("  %-44s %8.2f%-5s (target %s %g%s): %s" % (name, value, unit, ">=" if at_least else "<=", limit, unit,
+                                                      "met" if met else "NOT met"))
+
+
+def targets(shape, sizes, figures):
+    largest = max(sizes)
+    f = figures[largest]
+    print("%s shape, %d keywords:" % (shape, largest))
+    verdict("default path against its floor", f["default"]["wall"] / f["default"]["floor"], 2)
+    verdict("default path speed", f["default"]["mbs"], 100 if shape == "dense" else 150, " MB/s", at_least=True)
+    verdict("peak memory against the input", f["default"]["rss"] / f["input"], 1.5)
+    if largest // 10 in figures:
+        verdict("10x the keywords: time", f["default"]["wall"] / figures[largest // 10]["default"]["wall"], 11)
+    verdict("-html against its floor", f["-html"]["wall"] / f["-html"]["floor"], 2)
+    if "lint" in f:
+        verdict("quillet-lint time against quillet", f["lint"]["wall"] / f["default"]["wall"], 1.3)
+        verdict("quillet-lint memory against quillet", f["lint"]["rss"] / f["default"]["rss"], 1.3)
+        verdict("quillet-diff time against quillet", f["diff"]["wall"] / f["default"]["wall"], 1.5)
+        verdict("quillet-format time against quillet", f["format"]["wall"] / f["default"]["wall"], 1.5)
+        verdict("quillet-lsp re-check against quillet-lint", f["lsp"]["wall"] / f["lint"]["wall"], 1.5)
 
 
 def main():
@@ -135,7 +191,7 @@ def main():
     parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--binary", help="quillet to measure instead of a fresh Release build")
     parser.add_argument("--work", default=os.path.join(BUILD, "work"), help="directory for the output sets")
-    parser.add_argument("--no-format", action="store_true", help="leave quillet-format out")
+    parser.add_argument("--no-companions", action="store_true", help="measure quillet alone")
     args = parser.parse_args()
 
     quillet = os.path.abspath(args.binary) if args.binary else build()
@@ -143,27 +199,51 @@ def main():
     print("%-6s %-9s %-7s %9s %10s %7s %8s %7s %10s %8s %8s %6s %7s" % (
         "shape", "keywords", "path", "input MB", "output MB", "files", "wall s", "MB/s", "records/s", "floor s",
         "x floor", "RSS MB", "x input"))
+    results = {}
     for shape in args.shapes:
+        figures = results[shape] = {}
         for keywords in args.sizes:
             definition, aliases_root = generate(keywords, args.options, shape)
             input_size = os.path.getsize(definition)
             records = keywords * (1 + args.options)
+            figures[keywords] = {"input": input_size}
             row = "%-6s %-9d %-7s %9.1f %10.1f %7d %8.3f %7.1f %10.0f %8.3f %8.2f %6.0f %7.2f"
+
+            def show(path, wall, peak, floor, size, files, against=""):
+                figures[keywords][path] = {"wall": wall, "rss": peak, "floor": floor, "mbs": input_size / 1e6 / wall}
+                print(row % (shape, keywords, path, input_size / 1e6, size / 1e6, files, wall, input_size / 1e6 / wall,
+                             records / wall, floor, wall / floor, peak / 1e6, peak / input_size) + against)
+                sys.stdout.flush()
+
             for path, arguments in (("default", []), ("-html", ["-html"])):
                 env = dict(os.environ, VELLUM_SRC=aliases_root)
-                wall, peak, floor, size, files = measure(quillet, definition, arguments, env, work, args.repeat)
-                print(row % (shape, keywords, path, input_size / 1e6, size / 1e6, files, wall,
-                             input_size / 1e6 / wall, records / wall, floor, wall / floor, peak / 1e6,
-                             peak / input_size))
+                show(path, *measure(quillet, definition, arguments, env, work, args.repeat))
+            if args.no_companions:
+                continue
+            default = figures[keywords]["default"]
+            for path, argv, statuses in (
+                    ("lint", [companion(quillet, "quillet-lint"), definition], (0,)),
+                    ("diff", [companion(quillet, "quillet-diff"), definition, changed_copy(definition)], (0, 1)),
+                    ("format", [companion(quillet, "quillet-format"), definition], (0,))):
+                wall, peak, floor = measure_companion(argv, definition, args.repeat, statuses)
+                show(path, wall, peak, floor, 0, 0, "   %.2f x default time, %.2f x its memory" % (
+                    wall / default["wall"], peak / default["rss"]))
+    # Last: the client holds the whole document, and every process this
+    # script starts afterwards would report its size as the child's peak.
+    if not args.no_companions:
+        for shape, figures in results.items():
+            for keywords in args.sizes:
+                definition, _ = generate(keywords, args.options, shape)
+                recheck = lsp_recheck(quillet, definition)
+                figures[keywords]["lsp"] = {"wall": recheck}
+                print("%-6s %-9d %-7s %9.1f %10s %7s %8.3f %59s %.2f x lint" % (
+                    shape, keywords, "lsp", figures[keywords]["input"] / 1e6, "", "", recheck, "",
+                    recheck / figures[keywords]["lint"]["wall"]))
                 sys.stdout.flush()
-                if path == "default":
-                    default_wall = wall
-            if not args.no_format:
-                wall, peak, floor = measure_format(formatter(quillet), definition, args.repeat)
-                print(row % (shape, keywords, "format", input_size / 1e6, input_size / 1e6, 1, wall,
-                             input_size / 1e6 / wall, records / wall, floor, wall / floor, peak / 1e6,
-                             peak / input_size) + "   %.2f x default" % (wall / default_wall))
-                sys.stdout.flush()
+    print()
+    print("Targets:")
+    for shape, figures in results.items():
+        targets(shape, args.sizes, figures)
     shutil.rmtree(work, ignore_errors=True)
 
 
