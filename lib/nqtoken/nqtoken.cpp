@@ -159,6 +159,14 @@ int nqtoken_num(const nqtoken_list* list) { return list == nullptr ? 0 : static_
 
 const char* nqtoken_get_token(const nqtoken_list* list, int index) { return word(list, index); }
 
+// The words lie one after another in `text`, each with its NUL.
+int nqtoken_get_length(const nqtoken_list* list, int index) {
+    if (word(list, index) == nullptr) return -1;
+    const auto at = static_cast<std::size_t>(index);
+    const std::size_t next = at + 1 < list->starts.size() ? list->starts[at + 1] : list->text.size();
+    return static_cast<int>(next - list->starts[at] - 1);
+}
+
 int nqtoken_get_offset(const nqtoken_list* list, int index) {
     if (word(list, index) == nullptr) return -1;
     return static_cast<int>(list->offsets[static_cast<std::size_t>(index)]);

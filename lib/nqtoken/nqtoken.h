@@ -32,6 +32,10 @@ int nqtoken_num(const nqtoken_list* list);
 /* The word's text without its quote characters, or null for a bad index. */
 const char* nqtoken_get_token(const nqtoken_list* list, int index);
 
+/* The length of that text in bytes (what strlen would count, without the
+ * scan), or -1 for a bad index. */
+int nqtoken_get_length(const nqtoken_list* list, int index);
+
 /* The byte offset in the line at which the word starts (at its opening quote
  * for a quoted word), or -1 for a bad index. */
 int nqtoken_get_offset(const nqtoken_list* list, int index);

@@ -43,8 +43,13 @@ private:
 };
 
 // The bytes a word spans from `offset`: its text, with the quotes that the
-// reader dropped from it.
+// reader dropped from it. Most words have none, and long texts are common:
+// those are measured without a byte-by-byte walk.
 std::size_t sourceLength(std::string_view source, std::size_t offset, std::string_view word) {
+    const std::string_view plain = source.substr(offset, word.size());
+    if (plain.size() == word.size() && plain.find('"') == std::string_view::npos &&
+        (offset + word.size() == source.size() || source[offset + word.size()] != '"'))
+        return word.size();
     std::size_t at = offset;
     for (std::size_t taken = 0; at < source.size() && (taken < word.size() || source[at] == '"'); ++at)
         if (source[at] != '"') ++taken;

@@ -15,18 +15,18 @@ bool DefinitionReader::conflict(DiagnosticId first, DiagnosticId second, const c
     return fail(second, word);
 }
 
-bool DefinitionReader::handleArgument(const char* word, int index) {
+bool DefinitionReader::handleArgument(std::string_view word, int index) {
     // Words before the first directive belong to none and are accepted.
     if (mode_ == nullptr) return true;
     if (mode_->checked == CheckedWhen::OnEachArgument && !meets(mode_->needs)) return failWith(mode_->refusal);
     switch (mode_->arguments) {
-    case Arguments::Keyword: return keywordArgument(word);
-    case Arguments::Option: return optionArgument(word, index);
+    case Arguments::Keyword: return keywordArgument(word.data());
+    case Arguments::Option: return optionArgument(word.data(), index);
     case Arguments::Text: return textArgument(word);
-    case Arguments::ModelName: return modelNameArgument(word);
-    case Arguments::OptLookup: return optLookupArgument(word);
-    case Arguments::Limit: return limitArgument(word);
-    case Arguments::Lookup: return lookupArgument(word);
+    case Arguments::ModelName: return modelNameArgument(word.data());
+    case Arguments::OptLookup: return optLookupArgument(word.data());
+    case Arguments::Limit: return limitArgument(word.data());
+    case Arguments::Lookup: return lookupArgument(word.data());
     case Arguments::Ignored: return true;
     }
     return true;

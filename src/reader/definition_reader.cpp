@@ -97,12 +97,14 @@ bool DefinitionReader::readWords() {
 }
 
 bool DefinitionReader::handleWord(int index, int lineNumber, const DirectiveSpec* readAs) {
-    const char* word = nqtoken_get_token(tokens_, index);
+    // The tokenizer knows each word's length; the hot paths take it from there.
+    const std::string_view word(nqtoken_get_token(tokens_, index),
+                                static_cast<std::size_t>(nqtoken_get_length(tokens_, index)));
     report_.setPosition({lineNumber, nqtoken_get_offset(tokens_, index) + 1});
     const DirectiveSpec* spec = readAs != nullptr ? readAs : findDirective(word);
     if (observer_ != nullptr) showWord(word, spec);
     if (spec != nullptr) {
-        raise(report_, DiagnosticId::ChangingMode, word, static_cast<int>(spec->directive));
+        raise(report_, DiagnosticId::ChangingMode, word.data(), static_cast<int>(spec->directive));
         if (enter(spec, lineNumber)) return true;
         return fail(DiagnosticId::ErrorWithDefinitionOnLine, lineNumber);
     }
@@ -257,7 +259,7 @@ void DefinitionReader::setAsideMissing(Needs needs) {
 
 // Kept apart from handleWord, which the tool runs for every word without an
 // observer.
-void DefinitionReader::showWord(const char* word, const DirectiveSpec* spec) {
+void DefinitionReader::showWord(std::string_view word, const DirectiveSpec* spec) {
     observer_->word({word, report_.position(), spec, mode_, spec == nullptr ? nextRole() : WordRole::Unused});
 }
 

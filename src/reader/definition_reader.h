@@ -77,7 +77,7 @@ public:
 private:
     bool readWords();
     bool handleWord(int index, int lineNumber, const DirectiveSpec* readAs);
-    [[gnu::noinline]] void showWord(const char* word, const DirectiveSpec* spec);
+    [[gnu::noinline]] void showWord(std::string_view word, const DirectiveSpec* spec);
     WordRole nextRole() const;
     bool refuse(Refusal refusal);
     bool setAside(Needs needs) const;
@@ -91,7 +91,8 @@ private:
     void closeOption();
     void closeKeyword();
 
-    bool handleArgument(const char* word, int index);
+    // `word` ends in a NUL: the handlers that report it take its data().
+    bool handleArgument(std::string_view word, int index);
     bool meets(Needs needs) const;
     // Raises the message and refuses.
     template <typename... Args>

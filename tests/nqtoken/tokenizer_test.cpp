@@ -14,7 +14,10 @@ std::vector<std::string> words(const char* line, const char* quotes = "\"", cons
     nqtoken_list* list = nullptr;
     if (nqtoken_new(&list, line, " \t\n", quotes, comments, 0, 0) != 0) return {"<untokenizable>"};
     std::vector<std::string> result;
-    for (int i = 0; i < nqtoken_num(list); ++i) result.emplace_back(nqtoken_get_token(list, i));
+    for (int i = 0; i < nqtoken_num(list); ++i) {
+        result.emplace_back(nqtoken_get_token(list, i));
+        EXPECT_EQ(nqtoken_get_length(list, i), static_cast<int>(result.back().size())) << line;
+    }
     nqtoken_delete(list);
     return result;
 }
@@ -78,6 +81,8 @@ TEST(Tokenizer, BadIndexesAndNullLists) {
     ASSERT_EQ(nqtoken_new(&list, "one", " ", nullptr, nullptr, 0, 0), 0);
     EXPECT_EQ(nqtoken_get_token(list, 1), nullptr);
     EXPECT_EQ(nqtoken_get_token(list, -1), nullptr);
+    EXPECT_EQ(nqtoken_get_length(list, 1), -1);
+    EXPECT_EQ(nqtoken_get_length(nullptr, 0), -1);
     int value = 7;
     EXPECT_NE(nqtoken_get_int(list, 3, &value), 0);
     EXPECT_EQ(value, 7);
