@@ -41,22 +41,6 @@ int openQuoteColumn(const char* text) {
     return open + 1;
 }
 
-struct TokenListDeleter {
-    void operator()(nqtoken_list* list) const { nqtoken_delete(list); }
-};
-
-// A limit's value as the tool compares it, by the reader's own readLimit.
-bool limitValue(const DefinitionSet& definitions, const OptionDef& option, std::string_view text, double& value) {
-    nqtoken_list* made = nullptr;
-    if (nqtoken_new(&made, "", nullptr, nullptr, nullptr, 0, 0) != 0) return false;
-    const std::unique_ptr<nqtoken_list, TokenListDeleter> words(made);
-    const std::string copy(text);
-    LimitReading reading;
-    if (!readLimit(definitions, option.type, copy.c_str(), *words, reading)) return false;
-    value = option.type == OptionType::NQ_DOUBLE_TYPE ? reading.real : reading.integer;
-    return true;
-}
-
 const char* literalWhat(WordRole role) {
     switch (role) {
     case WordRole::KeywordName: return "the keyword name";
@@ -68,6 +52,23 @@ const char* literalWhat(WordRole role) {
 }
 
 }  // namespace
+
+void DefinitionLinter::TokenListDeleter::operator()(nqtoken_list* list) const { nqtoken_delete(list); }
+
+// A limit's value as the tool compares it, by the reader's own readLimit. One
+// token list serves every limit: making one is most of the cost.
+bool DefinitionLinter::limitValue(const OptionDef& option, std::string_view text, double& value) {
+    if (limitWords_ == nullptr) {
+        nqtoken_list* made = nullptr;
+        if (nqtoken_new(&made, "", nullptr, nullptr, nullptr, 0, 0) != 0) return false;
+        limitWords_.reset(made);
+    }
+    const std::string copy(text);
+    LimitReading reading;
+    if (!readLimit(definitions_, option.type, copy.c_str(), *limitWords_, reading)) return false;
+    value = option.type == OptionType::NQ_DOUBLE_TYPE ? reading.real : reading.integer;
+    return true;
+}
 
 DefinitionLinter::DefinitionLinter(std::size_t maxErrors) : maxErrors_(maxErrors) {
     report_.listen([this](const Reporter::Message& message) {
@@ -110,6 +111,7 @@ std::vector<Diagnostic> DefinitionLinter::takeDiagnostics() {
 
 void DefinitionLinter::lineStarts(const Line& line, int number) {
     line_ = std::string_view(line.text, line.size);
+    lineQuoted_ = line_.find('"') != std::string_view::npos;
     lastLine_ = number;
     checkLineEnd(line, number);
 }
@@ -214,6 +216,8 @@ void DefinitionLinter::checkWord(const WordEvent& event) {
 // The reader's quote character groups words and is dropped: a word quoted
 // to be shown in quotes is shown without them.
 void DefinitionLinter::checkQuotes(const WordEvent& event) {
+    // Most lines have no quote at all; their words need no second look.
+    if (!lineQuoted_) return;
     const RawWord raw = rawWordAt(line_, event.position.column);
     if (!raw.quoted || event.text.empty()) return;
     const bool summary = event.inForce->directive == Directive::KEY_SUMMARY;
@@ -330,7 +334,7 @@ void DefinitionLinter::suggest(Diagnostic& error) {
     } else if (error.rule == RuleId::BadLimit && pending_.role == WordRole::Limit &&
                option->type == OptionType::NQ_INT_TYPE) {
         double ignored = 0;
-        if (!limitValue(definitions_, *option, pending_.text, ignored)) meant = meantEntryId(pending_.text);
+        if (!limitValue(*option, pending_.text, ignored)) meant = meantEntryId(pending_.text);
     }
     if (!meant) return;
     error.notes.push_back({pending_.position, "did you mean " + quoted(*meant) + "?"});
@@ -400,8 +404,8 @@ void DefinitionLinter::closeOption() {
     }
     double minimum = 0;
     double maximum = 0;
-    if (option->hasMinimum && option->hasMaximum && limitValue(definitions_, *option, option->minimumText, minimum) &&
-        limitValue(definitions_, *option, option->maximumText, maximum) && minimum > maximum)
+    if (option->hasMinimum && option->hasMaximum && limitValue(*option, option->minimumText, minimum) &&
+        limitValue(*option, option->maximumText, maximum) && minimum > maximum)
         warn(RuleId::MinimumAboveMaximum, open_.minimumAt,
              "the minimum " + quoted(option->minimumText) + " is above the maximum " + quoted(option->maximumText) +
                  ", so no value is valid",

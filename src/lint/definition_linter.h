@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <cstddef>
 #include <string>
@@ -74,6 +75,7 @@ private:
     void followOption();
     void closeOption();
     void checkLookupTables();
+    bool limitValue(const OptionDef& option, std::string_view text, double& value);
 
     void add(Diagnostic diagnostic);
     void warn(RuleId rule, Position position, std::string message, std::vector<Note> notes = {});
@@ -94,6 +96,7 @@ private:
     bool hasPending_ = false;
     Position inForceAt_;  // where the directive in force was given
     std::string_view line_;  // being read, as written
+    bool lineQuoted_ = false;  // whether it has a double quote anywhere
     int lastLine_ = 0;
 
     // Where each name was first given, for the note at a duplicate.
@@ -103,6 +106,10 @@ private:
     std::unordered_set<std::string_view> usedTables_;
     // Errors naming a table not defined yet: diagnostic index and the name.
     std::vector<std::pair<std::size_t, std::string>> unknownTables_;
+    struct TokenListDeleter {
+        void operator()(nqtoken_list* list) const;
+    };
+    std::unique_ptr<nqtoken_list, TokenListDeleter> limitWords_;  // for limitValue
     std::size_t carriageReturns_ = 0;
     std::size_t firstCarriageReturn_ = 0;  // index of its warning
 };
