@@ -45,13 +45,13 @@ private:
 // The bytes a word spans from `offset`: its text, with the quotes that the
 // reader dropped from it. Most words have none, and long texts are common:
 // those are measured without a byte-by-byte walk.
-std::size_t sourceLength(std::string_view source, std::size_t offset, std::string_view word) {
-    const std::string_view plain = source.substr(offset, word.size());
-    if (plain.size() == word.size() && plain.find('"') == std::string_view::npos &&
-        (offset + word.size() == source.size() || source[offset + word.size()] != '"'))
-        return word.size();
+std::size_t sourceLength(std::string_view source, std::size_t offset, std::size_t size) {
+    const std::string_view plain = source.substr(offset, size);
+    if (plain.size() == size && plain.find('"') == std::string_view::npos &&
+        (offset + size == source.size() || source[offset + size] != '"'))
+        return size;
     std::size_t at = offset;
-    for (std::size_t taken = 0; at < source.size() && (taken < word.size() || source[at] == '"'); ++at)
+    for (std::size_t taken = 0; at < source.size() && (taken < size || source[at] == '"'); ++at)
         if (source[at] != '"') ++taken;
     return at - offset;
 }
@@ -68,11 +68,11 @@ public:
 
     void word(const WordEvent& event) override {
         const std::size_t offset = lines_.offset(event.position);
-        const std::size_t length = sourceLength(text_, offset, event.text);
         const auto line = static_cast<std::size_t>(event.position.line);
-        if (wordsEnd_.size() < line) wordsEnd_.resize(line);
-        wordsEnd_[line - 1] = static_cast<std::uint8_t>(std::min<std::size_t>(event.position.column - 1 + length, 255));
+        if (line != last_.line) settleLine();
+        last_ = {line, event.position.column, offset, event.text.size()};
         if (event.directive == nullptr && !isIndexed(event.role)) return;
+        const std::size_t length = sourceLength(text_, offset, event.text.size());
         const auto directive = static_cast<std::uint8_t>(event.directive ? event.directive - kDirectives.data() + 1 : 0);
         const Word word{static_cast<std::uint32_t>(offset),
                         static_cast<std::uint16_t>(std::min<std::size_t>(length, std::numeric_limits<std::uint16_t>::max())),
@@ -82,11 +82,27 @@ public:
         else words_.push_back(word);
     }
 
+    // Records where the last word of the line shown last ends.
+    void settleLine() {
+        if (last_.line == 0) return;
+        if (wordsEnd_.size() < last_.line) wordsEnd_.resize(last_.line);
+        const std::size_t end = static_cast<std::size_t>(last_.column - 1) + sourceLength(text_, last_.offset, last_.size);
+        wordsEnd_[last_.line - 1] = static_cast<std::uint8_t>(std::min<std::size_t>(end, 255));
+    }
+
 private:
     std::string_view text_;
     const ReaderLines& lines_;
     std::vector<Word>& words_;
     std::vector<std::uint8_t>& wordsEnd_;
+    // The line's last word so far: only its end is needed, so the words of
+    // a long text are not measured one by one.
+    struct {
+        std::size_t line = 0;
+        int column = 0;
+        std::size_t offset = 0;
+        std::size_t size = 0;
+    } last_;
 };
 
 // From a position up to the next blank or line end, at least one byte.
@@ -189,6 +205,7 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     LineReader reader(text);
     analysis->linter->read(reader);
     analysis->linter->forward(nullptr);
+    collector.settleLine();
     if (analysis->words.capacity() > analysis->words.size() + analysis->words.size() / 4)
         analysis->words.shrink_to_fit();
     for (std::size_t i = 0; i < analysis->words.size(); ++i)

@@ -38,5 +38,14 @@ TEST(WordIndex, SpansKeepTheQuotesTheReaderDropped) {
     }
 }
 
+// Where each line's words end, so that a '#' after them starts a comment
+// and one inside a quoted word does not.
+TEST(WordIndex, LinesKnowWhereTheirWordsEnd) {
+    const auto analysis = analyse(std::make_shared<const Snapshot>(
+                                      "KEYWORD: \"a#b\" ID  # note\nKEY_SUMMARY: one \"two\"\n\n# only\n", 1),
+                                  1, "", 0);
+    EXPECT_EQ(analysis->wordsEnd, (std::vector<std::uint8_t>{17, 22, 0, 0, 0}));
+}
+
 }  // namespace
 }  // namespace quillet::lsp
