@@ -39,7 +39,7 @@ public:
 private:
     std::string_view text_;
     // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
-    std::vector<std::uint32_t> starts_;
+    std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
 };
 
 // The bytes a word spans from `offset`: its text, with the quotes that the
@@ -93,7 +93,7 @@ public:
 private:
     std::string_view text_;
     const ReaderLines& lines_;
-    std::vector<Word>& words_;
+    WordIndex& words_;
     std::vector<std::uint8_t>& wordsEnd_;
     // The line's last word so far: only its end is needed, so the words of
     // a long text are not measured one by one.
@@ -112,7 +112,7 @@ std::size_t runLength(std::string_view text, std::size_t offset) {
     return std::max<std::size_t>(end - offset, 1);
 }
 
-Span spanAt(std::string_view text, const std::vector<Word>& words, std::size_t offset) {
+Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset) {
     const auto found = std::lower_bound(words.begin(), words.end(), offset,
                                         [](const Word& word, std::size_t at) { return word.offset < at; });
     if (found != words.end() && found->offset == offset) return {offset, found->length};
@@ -120,7 +120,7 @@ Span spanAt(std::string_view text, const std::vector<Word>& words, std::size_t o
 }
 
 std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text,
-                            const ReaderLines& lines, const std::vector<Word>& words) {
+                            const ReaderLines& lines, const WordIndex& words) {
     std::vector<Problem> problems;
     problems.reserve(diagnostics.size());
     for (lint::Diagnostic& diagnostic : diagnostics) {

@@ -12,6 +12,7 @@
 #include "lint/alias_check.h"
 #include "lint/definition_linter.h"
 #include "lsp/snapshot.h"
+#include "model/large_block.h"
 #include "reader/read_observer.h"
 
 namespace quillet::lsp {
@@ -26,6 +27,10 @@ struct Word {
 
     const DirectiveSpec* spec() const { return directive == 0 ? nullptr : &kDirectives[directive - 1]; }
 };
+
+// The words of a document, in document order. Rebuilt at every change, a
+// large one takes large pages.
+using WordIndex = std::vector<Word, LargePageAllocator<Word>>;
 
 // A byte range of a document.
 struct Span {
@@ -57,7 +62,7 @@ struct Analysis {
     std::shared_ptr<const Snapshot> snapshot;
     std::uint64_t generation = 0;
     std::unique_ptr<lint::DefinitionLinter> linter;  // owns the model
-    std::vector<Word> words;                         // in document order
+    WordIndex words;
     // By line as the reader counts them: the byte column after the line's
     // last word, where a comment can start. One entry per line read.
     std::vector<std::uint8_t> wordsEnd;

@@ -6,7 +6,7 @@ namespace quillet::lsp {
 
 Snapshot::Snapshot(std::string_view before, const LineIndex& beforeLines, std::size_t start, std::size_t removed,
                    std::string_view inserted, std::int64_t documentVersion)
-    : block_(before.size() - removed + inserted.size() + 1), version(documentVersion) {
+    : block_(before.size() - removed + inserted.size()), version(documentVersion) {
     char* out = static_cast<char*>(block_.data());
     std::memcpy(out, before.data(), start);
     std::memcpy(out + start, inserted.data(), inserted.size());

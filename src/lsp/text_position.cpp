@@ -85,11 +85,13 @@ LineIndex::LineIndex(std::string_view text) {
 
 LineIndex::LineIndex(const LineIndex& before, std::string_view text, std::size_t start, std::size_t removed,
                      std::size_t inserted) {
-    const std::vector<std::uint32_t>& old = before.starts_;
+    const auto& old = before.starts_;
     // From the last line starting before the edit (an inserted line feed may
     // join a carriage return before it) to the first starting after it.
     const auto first = std::lower_bound(old.begin() + 1, old.end(), start) - 1;
     const auto after = std::upper_bound(first, old.end(), start + removed);
+    // Room for a typed line or a short paste without growing.
+    starts_.reserve(old.size() + 64);
     starts_.assign(old.begin(), first + 1);
     const std::size_t end = after == old.end() ? text.size() : *after + inserted - removed - 1;
     for (std::size_t at = *first; at < end; ++at) {

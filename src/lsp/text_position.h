@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/large_block.h"
+
 namespace quillet::lsp {
 
 // How the client counts the characters of a line: bytes, UTF-16 code units
@@ -45,7 +47,8 @@ public:
 
 private:
     // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
-    std::vector<std::uint32_t> starts_;
+    // Copied at every change: a large one takes large pages.
+    std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
 };
 
 // The bytes of the character at `at` and the code units it counts for.

@@ -9,28 +9,37 @@
 
 namespace quillet {
 
-LargeBlock::LargeBlock(std::size_t bytes) {
-    if (2 * bytes <= kLargePageBytes) {
-        data_ = ::operator new(bytes);
-        return;
-    }
+namespace {
+
+bool isLarge(std::size_t bytes) { return 2 * bytes > LargeBlock::kLargePageBytes; }
+
+}  // namespace
+
+void* allocateLarge(std::size_t bytes) {
+    if (!isLarge(bytes)) return ::operator new(bytes);
     // Rounded up to whole large pages, as aligned_alloc wants a multiple of
     // the alignment.
-    const std::size_t rounded = (bytes + kLargePageBytes - 1) / kLargePageBytes * kLargePageBytes;
-    data_ = std::aligned_alloc(kLargePageBytes, rounded);
-    if (data_ == nullptr) throw std::bad_alloc();
-    large_ = true;
+    const std::size_t rounded =
+        (bytes + LargeBlock::kLargePageBytes - 1) / LargeBlock::kLargePageBytes * LargeBlock::kLargePageBytes;
+    void* data = std::aligned_alloc(LargeBlock::kLargePageBytes, rounded);
+    if (data == nullptr) throw std::bad_alloc();
 #if defined(MADV_HUGEPAGE)
     // Only a hint: where large pages are not to be had, nothing changes.
-    madvise(data_, rounded, MADV_HUGEPAGE);
+    madvise(data, rounded, MADV_HUGEPAGE);
 #endif
+    return data;
+}
+
+void releaseLarge(void* data, std::size_t bytes) noexcept {
+    if (isLarge(bytes)) std::free(data);
+    else ::operator delete(data);
 }
 
 LargeBlock& LargeBlock::operator=(LargeBlock&& other) noexcept {
     if (this != &other) {
         release();
         data_ = other.data_;
-        large_ = other.large_;
+        bytes_ = other.bytes_;
         other.data_ = nullptr;
     }
     return *this;
@@ -38,8 +47,7 @@ LargeBlock& LargeBlock::operator=(LargeBlock&& other) noexcept {
 
 void LargeBlock::release() {
     if (data_ == nullptr) return;
-    if (large_) std::free(data_);
-    else ::operator delete(data_);
+    releaseLarge(data_, bytes_);
     data_ = nullptr;
 }
 
