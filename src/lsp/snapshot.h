@@ -19,6 +19,8 @@ class Snapshot {
     LargeBlock block_;
 
 public:
+    static constexpr std::size_t kLargeText = std::size_t{32} << 20;
+
     std::string_view text;
     LineIndex lines;
     std::int64_t version = 0;

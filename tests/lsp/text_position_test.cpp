@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include "lsp/snapshot.h"
 #include "lsp/text_position.h"
 
 namespace quillet::lsp {
@@ -89,6 +90,21 @@ TEST(TextPosition, EditedIndexIsTheIndexOfTheEditedText) {
         const std::string after = before.substr(0, start) + inserted + before.substr(start + removed);
         ASSERT_EQ(LineIndex(LineIndex(before), after, start, removed, inserted.size()), LineIndex(after))
             << "edit of " << before.size() << " bytes at " << start << ", " << removed << " removed";
+        const Snapshot edited(Snapshot(before, 1).text, LineIndex(before), start, removed, inserted, 2);
+        ASSERT_EQ(edited.text, after);
+    }
+}
+
+// A document too large for the heap's pages is edited in a block of its own.
+TEST(TextPosition, LargeDocumentsAreEditedAlike) {
+    std::string before;
+    while (before.size() <= Snapshot::kLargeText) before += "KEYWORD: a A_KWD\r\n";
+    const Snapshot open(before, 1);
+    for (const std::size_t start : {std::size_t{0}, before.size() / 2, before.size()}) {
+        const Snapshot edited(open.text, open.lines, start, 0, "x\n", 2);
+        const std::string after = before.substr(0, start) + "x\n" + before.substr(start);
+        ASSERT_EQ(edited.text, after);
+        ASSERT_EQ(edited.lines, LineIndex(after));
     }
 }
 
