@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 #include <string_view>
 
 #include "model/reporter.h"
@@ -177,6 +178,8 @@ constexpr const DiagnosticSpec& diagnostic(DiagnosticId id) { return kDiagnostic
 // Raises the message by its identity, in its words and on its channel.
 template <typename... Args>
 void raise(const Reporter& report, DiagnosticId id, Args... args) {
+    // The texts are printf formats: a string_view would pass unnoticed.
+    static_assert((!std::is_class_v<Args> && ...), "pass texts as NUL-terminated data()");
     const DiagnosticSpec& spec = diagnostic(id);
     report.raise(spec.channel, static_cast<int>(id), spec.format, args...);
 }

@@ -10,9 +10,9 @@ namespace quillet {
 // Reports a name that is already registered; the registered text is the word
 // itself, as the registries match exactly. Registration and the uniqueness
 // test are one insertion, and a refused name is never added.
-bool DefinitionReader::conflict(DiagnosticId first, DiagnosticId second, const char* word) {
-    raise(report_, first, word);
-    return fail(second, word);
+bool DefinitionReader::conflict(DiagnosticId first, DiagnosticId second, std::string_view word) {
+    raise(report_, first, word.data());
+    return fail(second, word.data());
 }
 
 bool DefinitionReader::handleArgument(std::string_view word, int index) {
@@ -20,30 +20,30 @@ bool DefinitionReader::handleArgument(std::string_view word, int index) {
     if (mode_ == nullptr) return true;
     if (mode_->checked == CheckedWhen::OnEachArgument && !meets(mode_->needs)) return failWith(mode_->refusal);
     switch (mode_->arguments) {
-    case Arguments::Keyword: return keywordArgument(word.data());
-    case Arguments::Option: return optionArgument(word.data(), index);
+    case Arguments::Keyword: return keywordArgument(word);
+    case Arguments::Option: return optionArgument(word, index);
     case Arguments::Text: return textArgument(word);
-    case Arguments::ModelName: return modelNameArgument(word.data());
-    case Arguments::OptLookup: return optLookupArgument(word.data());
-    case Arguments::Limit: return limitArgument(word.data());
-    case Arguments::Lookup: return lookupArgument(word.data());
+    case Arguments::ModelName: return modelNameArgument(word);
+    case Arguments::OptLookup: return optLookupArgument(word);
+    case Arguments::Limit: return limitArgument(word);
+    case Arguments::Lookup: return lookupArgument(word);
     case Arguments::Ignored: return true;
     }
     return true;
 }
 
-bool DefinitionReader::keywordArgument(const char* word) {
+bool DefinitionReader::keywordArgument(std::string_view word) {
     ++arguments_;
     if (arguments_ > 2) {
         raise(report_, DiagnosticId::KeywordTooManyArguments);
-        return fail(DiagnosticId::ExtraText, word);
+        return fail(DiagnosticId::ExtraText, word.data());
     }
     const Text text = definitions_.keep(word);
     if (arguments_ == 1) {
         if (!keywordNames_.insert(text, report_.position()))
             return conflict(DiagnosticId::KeywordNameTaken, DiagnosticId::KeywordNameConflict, word);
         keyword_->name = text;
-        raise(report_, DiagnosticId::CreatingKeyword, word);
+        raise(report_, DiagnosticId::CreatingKeyword, word.data());
         return true;
     }
     if (!idNames_.insert(text, report_.position())) return conflict(DiagnosticId::KeywordIdTaken, DiagnosticId::KeywordIdConflict, word);
@@ -52,7 +52,7 @@ bool DefinitionReader::keywordArgument(const char* word) {
     return true;
 }
 
-bool DefinitionReader::optionArgument(const char* word, int index) {
+bool DefinitionReader::optionArgument(std::string_view word, int index) {
     OptionDef& option = *option_;
     switch (++arguments_) {
     case 1: {
@@ -61,7 +61,7 @@ bool DefinitionReader::optionArgument(const char* word, int index) {
         if (!optionNames_.insert(name, report_.position()))
             return conflict(DiagnosticId::OptionNameTaken, DiagnosticId::NameConflict, word);
         option.name = name;
-        raise(report_, DiagnosticId::CreatingOption, word);
+        raise(report_, DiagnosticId::CreatingOption, word.data());
         return true;
     }
     case 2: {
@@ -73,7 +73,7 @@ bool DefinitionReader::optionArgument(const char* word, int index) {
     case 3:
         option.type = findOptionType(word);
         if (option.type) return true;
-        return fail(DiagnosticId::UnknownType, word);
+        return fail(DiagnosticId::UnknownType, word.data());
     case 4:
         if (!parseDefaultValue(definitions_, report_, option, tokens_, index))
             return fail(DiagnosticId::BadDefaultValue, option.lineNumber);
@@ -81,7 +81,7 @@ bool DefinitionReader::optionArgument(const char* word, int index) {
         return true;
     default:
         raise(report_, DiagnosticId::OptionTooManyArguments);
-        return fail(DiagnosticId::ExtraText, word);
+        return fail(DiagnosticId::ExtraText, word.data());
     }
 }
 
@@ -94,23 +94,23 @@ bool DefinitionReader::textArgument(std::string_view word) {
     return true;
 }
 
-bool DefinitionReader::modelNameArgument(const char* word) {
+bool DefinitionReader::modelNameArgument(std::string_view word) {
     if (keyword_ == nullptr) return fail(DiagnosticId::ModelNameMisplaced);
-    if (++arguments_ != 1) return fail(DiagnosticId::ModelNameExtra, word);
+    if (++arguments_ != 1) return fail(DiagnosticId::ModelNameExtra, word.data());
     keyword_->numTokensInModelName = definitions_.keep(word);
     return true;
 }
 
-bool DefinitionReader::optLookupArgument(const char* word) {
+bool DefinitionReader::optLookupArgument(std::string_view word) {
     OptionDef& option = *option_;
-    if (++arguments_ != 1) return fail(DiagnosticId::OptLookupExtra, word);
+    if (++arguments_ != 1) return fail(DiagnosticId::OptLookupExtra, word.data());
     if (option.type != OptionType::NQ_INT_TYPE) {
         raise(report_, DiagnosticId::LookupOnNonInteger);
         return fail(DiagnosticId::OptionNotInteger, option.lineNumber);
     }
     const LookupTableDef* table = definitions_.findLookupTable(word);
     if (table == nullptr) {
-        raise(report_, DiagnosticId::UnknownLookupTable, word);
+        raise(report_, DiagnosticId::UnknownLookupTable, word.data());
         return fail(DiagnosticId::UnknownLookupTableHint);
     }
     option.hasLookupTable = true;
@@ -124,19 +124,19 @@ bool DefinitionReader::optLookupArgument(const char* word) {
     return true;
 }
 
-bool DefinitionReader::limitArgument(const char* word) {
+bool DefinitionReader::limitArgument(std::string_view word) {
     const bool minimum = mode_->directive == Directive::OPT_MINIMUM;
     OptionDef& option = *option_;
     if (option.type != OptionType::NQ_INT_TYPE && option.type != OptionType::NQ_DOUBLE_TYPE)
         return fail(minimum ? DiagnosticId::MinimumWrongType : DiagnosticId::MaximumWrongType);
-    if (++arguments_ != 1) return fail(minimum ? DiagnosticId::MinimumExtra : DiagnosticId::MaximumExtra, word);
+    if (++arguments_ != 1) return fail(minimum ? DiagnosticId::MinimumExtra : DiagnosticId::MaximumExtra, word.data());
     if (setLimit(definitions_, report_, option, word, minimum ? Limit::Minimum : Limit::Maximum, *limitWords_)) return true;
-    return fail(minimum ? DiagnosticId::MinimumInvalid : DiagnosticId::MaximumInvalid, word);
+    return fail(minimum ? DiagnosticId::MinimumInvalid : DiagnosticId::MaximumInvalid, word.data());
 }
 
 // The table name, then triples of entry ID, entry name and value. One
 // LOOKUP: defines one table.
-bool DefinitionReader::lookupArgument(const char* word) {
+bool DefinitionReader::lookupArgument(std::string_view word) {
     ++arguments_;
     if (arguments_ == 1 && lookupTable_ == nullptr) {
         const Text name = definitions_.keep(word);
@@ -156,7 +156,7 @@ bool DefinitionReader::lookupArgument(const char* word) {
         return true;
     default: {
         std::int64_t parsed = 0;
-        if (!parseNumber(word, parsed)) return fail(DiagnosticId::LookupValueBad, word);
+        if (!parseNumber(word, parsed)) return fail(DiagnosticId::LookupValueBad, word.data());
         const std::int32_t value = low32(parsed);
         definitions_.addLookupEntry(*lookupTable_, pendingEntryId_, pendingEntryName_, value);
         if (value < lookupTable_->minValue) lookupTable_->minValue = value;

@@ -91,7 +91,7 @@ private:
     void closeOption();
     void closeKeyword();
 
-    // `word` ends in a NUL: the handlers that report it take its data().
+    // Each `word` ends in a NUL: a handler that reports it passes its data().
     bool handleArgument(std::string_view word, int index);
     bool meets(Needs needs) const;
     // Raises the message and refuses.
@@ -101,14 +101,14 @@ private:
         return false;
     }
     bool failWith(const char* refusal, DiagnosticId id = DiagnosticId::DirectiveRefused);
-    bool conflict(DiagnosticId first, DiagnosticId second, const char* word);
-    bool keywordArgument(const char* word);
-    bool optionArgument(const char* word, int index);
+    bool conflict(DiagnosticId first, DiagnosticId second, std::string_view word);
+    bool keywordArgument(std::string_view word);
+    bool optionArgument(std::string_view word, int index);
     bool textArgument(std::string_view word);
-    bool modelNameArgument(const char* word);
-    bool optLookupArgument(const char* word);
-    bool limitArgument(const char* word);
-    bool lookupArgument(const char* word);
+    bool modelNameArgument(std::string_view word);
+    bool optLookupArgument(std::string_view word);
+    bool limitArgument(std::string_view word);
+    bool lookupArgument(std::string_view word);
 
     DefinitionSet& definitions_;
     Reporter& report_;
