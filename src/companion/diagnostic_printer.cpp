@@ -1,5 +1,7 @@
 #include "companion/diagnostic_printer.h"
 
+#include <algorithm>
+
 namespace quillet::companion {
 
 namespace {
@@ -59,6 +61,13 @@ std::string caretMark(bool colour) {
     std::string mark;
     append(mark, "\033[1;32m", "^", colour);
     return mark;
+}
+
+std::string oneLine(std::string_view text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.remove_suffix(1);
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return line;
 }
 
 }  // namespace quillet::companion

@@ -30,6 +30,10 @@ std::string formatDiagnostic(const SourcePlace& place, Severity severity, std::s
 void printDiagnostic(std::ostream& out, const SourcePlace& place, Severity severity, std::string_view message,
                      std::string_view rule, bool colour);
 
+// quillet's message as one diagnostic line: without the line ends and
+// trailing blanks of its texts, a message of two lines joined.
+std::string oneLine(std::string_view text);
+
 // The mark under the column of a source line shown below a diagnostic.
 std::string caretMark(bool colour);
 

@@ -16,6 +16,7 @@ bool InputFile::adopt(int fd, int& reason) {
     if (fd_ >= 0) ::close(fd_);
     fd_ = fd;
     regular_ = false;
+    size_ = 0;
     struct stat status {};
     if (fd_ < 0 || ::fstat(fd_, &status) != 0) {
         reason = errno;
@@ -26,6 +27,7 @@ bool InputFile::adopt(int fd, int& reason) {
         return false;
     }
     regular_ = S_ISREG(status.st_mode);
+    if (regular_ && status.st_size > 0) size_ = static_cast<std::size_t>(status.st_size);
     return true;
 }
 
@@ -35,10 +37,7 @@ bool InputFile::open(const std::filesystem::path& path, int& reason) {
 
 bool readFileText(const InputFile& file, std::string& text, int& reason) {
     text.clear();
-    // The size is a hint only: a file may change while it is read.
-    struct stat status {};
-    if (file.regular() && ::fstat(file.fd(), &status) == 0 && status.st_size > 0)
-        text.reserve(static_cast<std::size_t>(status.st_size));
+    text.reserve(file.size());
     char block[1 << 16];
     for (;;) {
         const ssize_t count = ::read(file.fd(), block, sizeof block);

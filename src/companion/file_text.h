@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -23,10 +24,14 @@ public:
     int fd() const { return fd_; }
     // A regular file, whose size is known and which may be read again.
     bool regular() const { return regular_; }
+    // A regular file's size when it was opened, else 0: a hint only, as a
+    // file may change while it is read.
+    std::size_t size() const { return size_; }
 
 private:
     int fd_ = -1;
     bool regular_ = false;
+    std::size_t size_ = 0;
 };
 
 // Reads what is left of `file` into `text`, replacing it; false with

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "companion/diagnostic_printer.h"
 #include "companion/file_text.h"
 #include "docgen/alias_reader.h"
 #include "reader/definition_reader.h"
@@ -9,16 +10,6 @@
 namespace quillet::diff {
 
 namespace {
-
-// One line for the diagnostic: without the line ends and trailing blanks of
-// quillet's texts, and with a message of two lines joined.
-std::string oneLine(std::string_view text) {
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.remove_suffix(1);
-    std::string line(text);
-    for (char& c : line)
-        if (c == '\n') c = ' ';
-    return line;
-}
 
 // Keeps the first error a read reports, and what the aliases reader shows
 // of the word it could not find.
@@ -32,9 +23,9 @@ public:
                 seen_ = true;
                 diagnostic_.line = message.position.line;
                 diagnostic_.column = message.position.column;
-                diagnostic_.message = oneLine(message.text);
+                diagnostic_.message = companion::oneLine(message.text);
             } else if (message.channel == Channel::StandardOutput && seen_) {
-                diagnostic_.message += oneLine(message.text);
+                diagnostic_.message += companion::oneLine(message.text);
             }
         });
     }

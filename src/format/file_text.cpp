@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <string>
 
+#include "companion/file_text.h"
+
 namespace quillet::format {
 
 namespace {
@@ -17,16 +19,6 @@ namespace {
 bool failed(int& reason) {
     reason = errno;
     return false;
-}
-
-bool readAll(int fd, std::string& text, int& reason) {
-    char block[1 << 16];
-    for (ssize_t count; (count = ::read(fd, block, sizeof block)) != 0;) {
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return failed(reason);
-        text.append(block, static_cast<std::size_t>(count));
-    }
-    return true;
 }
 
 bool writeAll(int fd, std::string_view text) {
@@ -46,28 +38,19 @@ FileText::~FileText() {
 }
 
 bool FileText::open(const std::string& path, int& reason) {
-    if (path == "-") return readAll(STDIN_FILENO, read_, reason);
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat status {};
-    if (fd < 0 || ::fstat(fd, &status) != 0) {
-        failed(reason);
-        if (fd >= 0) ::close(fd);
-        return false;
+    companion::InputFile file;
+    // Standard input is read, never mapped: its offset need not be 0.
+    const bool standardInput = path == "-";
+    if (!(standardInput ? file.adopt(::dup(STDIN_FILENO), reason) : file.open(path, reason))) return false;
+    if (!standardInput && file.size() > 0) {
+        void* mapped = ::mmap(nullptr, file.size(), PROT_READ, MAP_PRIVATE, file.fd(), 0);
+        if (mapped != MAP_FAILED) {
+            mapped_ = static_cast<char*>(mapped);
+            size_ = file.size();
+            return true;
+        }
     }
-    bool read = true;
-    if (S_ISDIR(status.st_mode)) {
-        reason = EISDIR;
-        read = false;
-    } else if (S_ISREG(status.st_mode) && status.st_size > 0) {
-        size_ = static_cast<std::size_t>(status.st_size);
-        void* mapped = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, fd, 0);
-        if (mapped != MAP_FAILED) mapped_ = static_cast<char*>(mapped);
-        else read = readAll(fd, read_, reason);
-    } else {
-        read = readAll(fd, read_, reason);
-    }
-    ::close(fd);
-    return read;
+    return companion::readFileText(file, read_, reason);
 }
 
 bool replaceFileText(const std::string& path, std::string_view text, int& reason) {

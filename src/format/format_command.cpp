@@ -47,7 +47,7 @@ int formatFile(const Settings& settings, const std::string& path, std::ostream& 
     FileText file;
     int reason = 0;
     if (!file.open(path, reason)) {
-        printFailure(err, "read", path == "-" ? name : path, reason);
+        printFailure(err, "read", name, reason);
         return kExitFailure;
     }
     const std::string_view text = file.view();
@@ -85,9 +85,10 @@ int runQuilletFormat(const std::vector<std::string>& arguments, std::ostream& ou
     try {
         // CLI11 takes the arguments last first.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        if (settings.inPlace && std::count(settings.files.begin(), settings.files.end(), "-") > 0)
+        const auto standardInputs = std::count(settings.files.begin(), settings.files.end(), "-");
+        if (settings.inPlace && standardInputs > 0)
             throw CLI::ValidationError("-i", "standard input cannot be rewritten in place");
-        if (std::count(settings.files.begin(), settings.files.end(), "-") > 1)
+        if (standardInputs > 1)
             throw CLI::ValidationError("FILE", "standard input can be read once only");
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error, out, err);

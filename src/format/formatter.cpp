@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "companion/diagnostic_printer.h"
 #include "format/layout.h"
 #include "format/line_place.h"
 #include "model/definition_set.h"
@@ -14,15 +15,6 @@ namespace quillet::format {
 namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
-
-// quillet's message as one line: without the line ends and trailing blanks
-// of its texts, a message of two lines joined.
-std::string oneLine(std::string_view text) {
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.remove_suffix(1);
-    std::string line(text);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    return line;
-}
 
 // The bytes that make quillet read a line otherwise than it looks. A file
 // saved with Windows line ends has them on every line: the first is named,
@@ -100,7 +92,7 @@ bool formatDefinition(std::string_view definition, std::string& formatted, std::
     report.listen([&](const Reporter::Message& message) {
         if (message.channel != Channel::Error || refused) return;
         refused = true;
-        problems.push_back({message.position.line, message.position.column, oneLine(message.text)});
+        problems.push_back({message.position.line, message.position.column, companion::oneLine(message.text)});
     });
     DefinitionSet definitions;
     DefinitionReader reader(definitions, report, definition.size());

@@ -1,14 +1,12 @@
 #include "lint/definition_linter.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 
 #include "lint/quoting.h"
 #include "lint/raw_word.h"
 #include "lint/suggestions.h"
 #include "lint/word_checks.h"
-#include "nqtoken.h"
 #include "reader/value_parser.h"
 
 namespace quillet::lint {
@@ -53,19 +51,11 @@ const char* literalWhat(WordRole role) {
 
 }  // namespace
 
-void DefinitionLinter::TokenListDeleter::operator()(nqtoken_list* list) const { nqtoken_delete(list); }
-
-// A limit's value as the tool compares it, by the reader's own readLimit. One
-// token list serves every limit: making one is most of the cost.
+// A limit's value as the tool compares it, read by the reader itself.
 bool DefinitionLinter::limitValue(const OptionDef& option, std::string_view text, double& value) {
-    if (limitWords_ == nullptr) {
-        nqtoken_list* made = nullptr;
-        if (nqtoken_new(&made, "", nullptr, nullptr, nullptr, 0, 0) != 0) return false;
-        limitWords_.reset(made);
-    }
     const std::string copy(text);
     LimitReading reading;
-    if (!readLimit(definitions_, option.type, copy.c_str(), *limitWords_, reading)) return false;
+    if (!reader_->readLimit(option.type, copy.c_str(), reading)) return false;
     value = option.type == OptionType::NQ_DOUBLE_TYPE ? reading.real : reading.integer;
     return true;
 }
@@ -347,7 +337,7 @@ std::optional<std::string_view> DefinitionLinter::meantEntryId(std::string_view 
     std::vector<std::string_view> ids;
     for (const auto& [name, table] : definitions_.lookupTables) {
         for (std::size_t i = 0; i < table->size(); ++i) {
-            if (editDistance(word, table->names[i]) == 0) return table->ids[i];
+            if (sameLetters(word, table->names[i])) return table->ids[i];
             ids.push_back(table->ids[i]);
         }
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <memory>
 #include <optional>
 #include <cstddef>
 #include <string>
@@ -106,10 +105,6 @@ private:
     std::unordered_set<std::string_view> usedTables_;
     // Errors naming a table not defined yet: diagnostic index and the name.
     std::vector<std::pair<std::size_t, std::string>> unknownTables_;
-    struct TokenListDeleter {
-        void operator()(nqtoken_list* list) const;
-    };
-    std::unique_ptr<nqtoken_list, TokenListDeleter> limitWords_;  // for limitValue
     std::size_t carriageReturns_ = 0;
     std::size_t firstCarriageReturn_ = 0;  // index of its warning
 };

@@ -12,8 +12,6 @@ namespace {
 
 using json = nlohmann::ordered_json;
 
-std::string severityText(Severity severity) { return std::string(companion::severityName(severity)); }
-
 // Definitions may hold any bytes; invalid UTF-8 is shown as U+FFFD.
 void dump(std::ostream& out, const json& value) {
     out << value.dump(2, ' ', false, json::error_handler_t::replace) << "\n";
@@ -21,7 +19,7 @@ void dump(std::ostream& out, const json& value) {
 
 json entry(const FileReport& report, Severity severity, RuleId rule, Position position, const std::string& message) {
     return {{"file", report.name}, {"line", position.line}, {"column", position.column},
-            {"severity", severityText(severity)}, {"rule", lint::rule(rule).name}, {"message", message}};
+            {"severity", companion::severityName(severity)}, {"rule", lint::rule(rule).name}, {"message", message}};
 }
 
 // An absolute path as a file: URI; a relative one, as given, as a reference
@@ -77,7 +75,7 @@ void writeSarif(std::ostream& out, const std::vector<FileReport>& reports) {
         for (const Diagnostic& diagnostic : report.diagnostics) {
             json result = {{"ruleId", rule(diagnostic.rule).name},
                            {"ruleIndex", index(diagnostic.rule)},
-                           {"level", severityText(diagnostic.severity)},
+                           {"level", companion::severityName(diagnostic.severity)},
                            {"message", {{"text", diagnostic.message}}},
                            {"locations", json::array({location(artifact, diagnostic.position)})}};
             json related = json::array();

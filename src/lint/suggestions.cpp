@@ -11,11 +11,6 @@ namespace {
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool sameLetters(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-               return upper(x) == upper(y);
-           });
-}
 
 // Words of other languages and habits for the four types, compared letter
 // case aside and with the type words' own NQ_ and _TYPE taken off.
@@ -36,6 +31,12 @@ std::string_view core(std::string_view word) {
 }
 
 }  // namespace
+
+bool sameLetters(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return upper(x) == upper(y);
+           });
+}
 
 std::size_t editDistance(std::string_view a, std::string_view b) {
     std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));

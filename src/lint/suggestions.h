@@ -7,6 +7,9 @@
 
 namespace quillet::lint {
 
+// Equal, letter case aside.
+bool sameLetters(std::string_view a, std::string_view b);
+
 // Edit distance counting a swap of neighbours as one edit, letter case aside.
 std::size_t editDistance(std::string_view a, std::string_view b);
 

@@ -1,11 +1,9 @@
 #include "lint/word_checks.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <vector>
 
 #include "lint/quoting.h"
 #include "language/directive.h"

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
-#include <sstream>
 #include <unordered_set>
 
 #include "reader/line_reader.h"
@@ -73,7 +72,7 @@ public:
         last_ = {line, event.position.column, offset, event.text.size()};
         if (event.directive == nullptr && !isIndexed(event.role)) return;
         const std::size_t length = sourceLength(text_, offset, event.text.size());
-        const auto directive = static_cast<std::uint8_t>(event.directive ? event.directive - kDirectives.data() + 1 : 0);
+        const auto directive = static_cast<std::uint8_t>(event.directive ? rowIndex(*event.directive) + 1 : 0);
         const Word word{static_cast<std::uint32_t>(offset),
                         static_cast<std::uint16_t>(std::min<std::size_t>(length, std::numeric_limits<std::uint16_t>::max())),
                         event.role, directive};
@@ -135,17 +134,19 @@ std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::stri
     return problems;
 }
 
-std::optional<AliasesFile> readAliases(const std::string& path, const DefinitionSet& definitions) {
+// Made in place: its uses view its text, which a move of a short string
+// would leave behind.
+std::unique_ptr<const AliasesFile> readAliases(const std::string& path, const DefinitionSet& definitions) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    AliasesFile file;
-    file.path = path;
-    file.text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    file.lines = LineIndex(file.text);
+    if (!in) return nullptr;
+    auto file = std::make_unique<AliasesFile>();
+    file->path = path;
+    file->text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    file->lines = LineIndex(file->text);
     std::unordered_set<std::string> keywords;
     for (const KeywordDef* keyword : definitions.keywords) keywords.emplace(keyword->name);
-    file.problems = locate(lint::checkAliases(file.text, std::move(keywords), &file.uses), file.text,
-                           ReaderLines(file.text, file.lines.lines()), {});
+    file->problems = locate(lint::checkAliases(file->text, std::move(keywords), &file->uses), file->text,
+                            ReaderLines(file->text, file->lines.lines()), {});
     return file;
 }
 

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -69,7 +68,7 @@ struct Analysis {
     std::unordered_map<std::string, std::uint32_t> tables;  // by name: the index of its LOOKUP: name word
     std::vector<Problem> problems;
     std::unordered_map<std::string_view, const KeywordDef*> keywords;  // by name, the first of each
-    std::optional<AliasesFile> aliases;
+    std::unique_ptr<const AliasesFile> aliases;
 
     const DefinitionSet& definitions() const { return linter->definitions(); }
     std::string_view source(const Word& word) const {

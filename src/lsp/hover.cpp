@@ -1,12 +1,13 @@
 #include <sstream>
 
+#include "lint/quoting.h"
 #include "lsp/requests.h"
 
 namespace quillet::lsp {
 
 namespace {
 
-std::string code(std::string_view text) { return "`" + std::string(text) + "`"; }
+using lint::code;
 
 // A text as the reader accumulated it, without the blank after its last word.
 std::string prose(std::string_view text) {

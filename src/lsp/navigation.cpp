@@ -87,13 +87,10 @@ json references(const Analysis& analysis, const std::string& uri, std::size_t of
         const AliasesFile& aliases = *analysis.aliases;
         const std::string aliasesUri = uriOfPath(aliases.path);
         const TextView aliasesView{aliases.text, aliases.lines, view.encoding};
-        // Alias positions count lines as the aliases reader does: at line feeds.
-        std::vector<std::size_t> starts{0};
-        for (std::size_t at = 0; (at = aliases.text.find('\n', at)) != std::string::npos;) starts.push_back(++at);
         for (const lint::AliasUse& use : aliases.uses) {
             if (use.keyword != keyword->name.view()) continue;
-            const std::size_t at = starts[static_cast<std::size_t>(use.aliasAt.line - 1)] +
-                                   static_cast<std::size_t>(use.aliasAt.column - 1);
+            // The use views the file's own text.
+            const auto at = static_cast<std::size_t>(use.alias.data() - aliases.text.data());
             found.push_back(location(aliasesUri, aliasesView, {at, use.alias.size()}));
         }
     }

@@ -1,5 +1,7 @@
 #include "lsp/protocol.h"
 
+#include "companion/percent_encoding.h"
+
 namespace quillet::lsp {
 
 json TextView::position(std::size_t offset) const {
@@ -50,22 +52,6 @@ std::string pathOfUri(std::string_view uri) {
     return path;
 }
 
-std::string uriOfPath(std::string_view path) {
-    static constexpr char kHex[] = "0123456789ABCDEF";
-    std::string uri = "file://";
-    for (char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
-                           c == '/' || c == '-' || c == '.' || c == '_' || c == '~';
-        if (plain) {
-            uri.push_back(c);
-        } else {
-            uri.push_back('%');
-            uri.push_back(kHex[byte >> 4]);
-            uri.push_back(kHex[byte & 15]);
-        }
-    }
-    return uri;
-}
+std::string uriOfPath(std::string_view path) { return "file://" + companion::percentEncoded(path); }
 
 }  // namespace quillet::lsp

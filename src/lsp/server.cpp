@@ -7,6 +7,7 @@
 
 #include "format/formatter.h"
 #include "lsp/requests.h"
+#include "lsp/serve.h"
 
 namespace quillet::lsp {
 
@@ -200,7 +201,7 @@ json Server::shutdown(json&) {
 }
 
 json Server::exit(json&) {
-    exitStatus_ = shutdown_ ? 0 : 1;
+    exitStatus_ = shutdown_ ? kExitAfterShutdown : kExitWithoutShutdown;
     return nullptr;
 }
 
@@ -320,21 +321,21 @@ std::shared_ptr<const Analysis> Server::analysisOf(const json& params) const {
 json Server::hover(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const TextView view = viewOf(*analysis->snapshot);
     return lsp::hover(*analysis, view.offset(params.at("position")), view);
 }
 
 json Server::definition(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const TextView view = viewOf(*analysis->snapshot);
     return lsp::definition(*analysis, params.at("textDocument").at("uri").get<std::string>(), view.offset(params.at("position")), view);
 }
 
 json Server::references(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const TextView view = viewOf(*analysis->snapshot);
     const bool withDeclaration = member(params, {"context", "includeDeclaration"}) == true;
     return lsp::references(*analysis, params.at("textDocument").at("uri").get<std::string>(), view.offset(params.at("position")),
                            withDeclaration, view);
@@ -343,20 +344,20 @@ json Server::references(json& params) {
 json Server::documentSymbol(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    return documentSymbols(*analysis, {analysis->snapshot->text, analysis->snapshot->lines, encoding_});
+    return documentSymbols(*analysis, viewOf(*analysis->snapshot));
 }
 
 json Server::completion(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const TextView view = viewOf(*analysis->snapshot);
     return lsp::completion(*analysis, view.offset(params.at("position")));
 }
 
 json Server::codeAction(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    const TextView view{analysis->snapshot->text, analysis->snapshot->lines, encoding_};
+    const TextView view = viewOf(*analysis->snapshot);
     const std::size_t start = view.offset(params.at("range").at("start"));
     const std::size_t end = std::max(start, view.offset(params.at("range").at("end")));
     return codeActions(*analysis, params.at("textDocument").at("uri").get<std::string>(), {start, end - start}, view);
@@ -365,7 +366,7 @@ json Server::codeAction(json& params) {
 json Server::semanticTokensFull(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
-    return semanticTokens(*analysis, {analysis->snapshot->text, analysis->snapshot->lines, encoding_});
+    return semanticTokens(*analysis, viewOf(*analysis->snapshot));
 }
 
 }  // namespace quillet::lsp
@@ -387,7 +388,7 @@ json Server::formatting(json& params) {
     std::vector<format::Problem> problems;
     if (!format::formatDefinition(snapshot->text, formatted, problems)) return nullptr;
     if (formatted == snapshot->text) return json::array();
-    const TextView view{snapshot->text, snapshot->lines, encoding_};
+    const TextView view = viewOf(*snapshot);
     return json::array({{{"range", view.range({0, snapshot->text.size()})}, {"newText", std::move(formatted)}}});
 }
 

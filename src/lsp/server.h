@@ -57,9 +57,9 @@ private:
     void schedule(const std::string& uri, Document& document);
     void askConfiguration();
     void configure(const json& settings);
-    // The last analysis of the document named in the parameters, and where
-    // the parameters' position falls in its text.
+    // The last analysis of the document named in the parameters.
     std::shared_ptr<const Analysis> analysisOf(const json& params) const;
+    TextView viewOf(const Snapshot& snapshot) const { return {snapshot.text, snapshot.lines, encoding_}; }
 
     json initialize(json& params);
     json initialized(json& params);

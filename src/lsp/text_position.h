@@ -36,7 +36,6 @@ public:
     bool operator==(const LineIndex&) const = default;
 
     std::size_t lines() const { return starts_.size(); }
-    std::size_t lineStart(std::size_t line) const { return starts_[line]; }
     // The end of the line's text, before its line end.
     std::size_t lineEnd(std::string_view text, std::size_t line) const;
 

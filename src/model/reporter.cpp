@@ -36,8 +36,6 @@ void Reporter::emit(Channel channel, int identity, const char* format, std::va_l
     }
 
 QUILLET_FORWARD(error, Channel::Error)
-QUILLET_FORWARD(errorDebug, Channel::ErrorDebug)
-QUILLET_FORWARD(progress, Channel::Progress)
 QUILLET_FORWARD(standardError, Channel::StandardError)
 
 #undef QUILLET_FORWARD

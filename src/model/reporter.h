@@ -56,8 +56,6 @@ public:
     void listen(Listener listener) { listener_ = std::move(listener); }
 
     void error(const char* format, ...) const QUILLET_PRINTF(2, 3);
-    void errorDebug(const char* format, ...) const QUILLET_PRINTF(2, 3);
-    void progress(const char* format, ...) const QUILLET_PRINTF(2, 3);
     void standardError(const char* format, ...) const QUILLET_PRINTF(2, 3);
     // A message of the language's table of diagnostics, on its channel.
     void raise(Channel channel, int identity, const char* format, ...) const;

@@ -14,6 +14,7 @@
 #include "language/directive.h"
 #include "reader/line_reader.h"
 #include "reader/read_observer.h"
+#include "reader/value_parser.h"
 
 namespace quillet {
 
@@ -46,7 +47,6 @@ public:
 
     // Shows every word to `observer` before reading it.
     void observe(ReadObserver* observer) { observer_ = observer; }
-    Refusal refusal() const { return refusal_; }
     // After a refusal: abandons the directive in force (its remaining words
     // are ignored up to the next directive) and sets aside a record that the
     // refusal left missing or without a type, so that the directives needing
@@ -67,8 +67,11 @@ public:
     // keyword, an option, a lookup table or a lookup entry).
     std::optional<Position> firstDefinition(WordRole role, std::string_view name) const;
 
+    // A limit's text read as OPT_MINIMUM: and OPT_MAXIMUM: read it.
+    bool readLimit(std::optional<OptionType> type, const char* text, LimitReading& reading) {
+        return limitWords_ != nullptr && quillet::readLimit(definitions_, type, text, *limitWords_, reading);
+    }
     const DirectiveSpec* directiveInForce() const { return mode_; }
-    const KeywordDef* keyword() const { return keyword_; }
     const OptionDef* option() const { return option_; }
     const LookupTableDef* lookupTable() const { return lookupTable_; }
     // The words of the line last read, with their places in it.

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "language/diagnostic.h"
+
 namespace quillet {
 
 namespace {

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "model/definition_set.h"
-#include "language/diagnostic.h"
 #include "model/reporter.h"
 #include "nqtoken.h"
 
