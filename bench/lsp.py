@@ -121,6 +121,16 @@ class Client:
             fields = stat.read().rsplit(")", 1)[1].split()
         return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
+    def settle(self):
+        """Waits until the server's processor time stops growing."""
+        before = self.cpu()
+        while True:
+            time.sleep(0.2)
+            now = self.cpu()
+            if now == before:
+                return
+            before = now
+
     def close(self):
         self.answer("shutdown", None)
         self.send({"jsonrpc": "2.0", "method": "exit"})
@@ -204,6 +214,9 @@ def measure(binary, definition, changes, requests):
         for name, took in ask().items():
             busy[name].append(took)
         rechecks.append(client.diagnostics(version) - start)
+    # The server frees the replaced version after publishing the new one's
+    # diagnostics: memory is read once it has stopped working.
+    client.settle()
     # Of the server's whole process, requests and framing included: on a
     # shared machine the wall time also holds other processes' turns.
     cpu = (client.cpu() - cpu_before) / changes

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -8,9 +7,10 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
+#include <utility>
 
 #include "lsp/analysis.h"
+#include "lsp/work_queue.h"
 
 namespace quillet::lsp {
 
@@ -28,26 +28,19 @@ public:
     };
     using Done = std::function<void(const std::string& uri, std::shared_ptr<const Analysis> analysis)>;
 
-    explicit Checker(Done done);
-    ~Checker();
-    Checker(const Checker&) = delete;
-    Checker& operator=(const Checker&) = delete;
+    explicit Checker(Done done) : done_(std::move(done)) {}
 
     void check(Job job);
     // Waits until nothing is waiting or being checked (for tests).
-    void waitIdle();
+    void waitIdle() { queue_.waitIdle(); }
 
 private:
-    void work();
+    void run(const std::string& uri);
 
     Done done_;
     std::mutex mutex_;
-    std::condition_variable wake_;
-    std::condition_variable idle_;
-    std::map<std::string, Job> pending_;  // by document
-    bool busy_ = false;
-    bool stopping_ = false;
-    std::thread thread_;  // last: starts once the rest is ready
+    std::map<std::string, Job> pending_;  // by document: the newest text only
+    WorkQueue queue_;  // last: its thread stops before the rest goes
 };
 
 }  // namespace quillet::lsp

@@ -219,42 +219,59 @@ json Server::didOpen(json& params) {
     const auto version = document.at("version").get<std::int64_t>();
     const std::lock_guard lock(mutex_);
     Document& open = documents_[uri];
+    open.opening = ++openings_;
     open.snapshot = std::make_shared<const Snapshot>(std::move(text), version);
     schedule(uri, open);
     return nullptr;
 }
 
 json Server::didChange(json& params) {
-    const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    std::string uri = params.at("textDocument").at("uri").get<std::string>();
     const auto version = params.at("textDocument").at("version").get<std::int64_t>();
-    const json& changes = params.at("contentChanges");
+    std::uint64_t opening = 0;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = documents_.find(uri);
+        if (found == documents_.end()) return nullptr;
+        opening = found->second.opening;
+    }
+    edits_.post([this, uri = std::move(uri), opening, version, changes = std::move(params.at("contentChanges")),
+                 encoding = encoding_] { applyChanges(uri, opening, version, changes, encoding); });
+    return nullptr;
+}
+
+// Each change applies to the text the one before it left; a change that
+// cannot be applied leaves the document as it was.
+void Server::applyChanges(const std::string& uri, std::uint64_t opening, std::int64_t version, const json& changes,
+                          Encoding encoding) {
     std::unique_lock lock(mutex_);
     const auto found = documents_.find(uri);
-    if (found == documents_.end()) return nullptr;
+    if (found == documents_.end() || found->second.opening != opening) return;
     std::shared_ptr<const Snapshot> snapshot = found->second.snapshot;
-    const Encoding encoding = encoding_;
     lock.unlock();
-    // Each change applies to the text the one before it left.
-    for (const json& change : changes) {
-        const std::string& replacement = change.at("text").get_ref<const std::string&>();
-        if (!change.contains("range")) {
-            if (replacement.size() > kLargestDocument) return nullptr;
-            snapshot = std::make_shared<const Snapshot>(replacement, version);
-            continue;
+    try {
+        for (const json& change : changes) {
+            const std::string& replacement = change.at("text").get_ref<const std::string&>();
+            if (!change.contains("range")) {
+                if (replacement.size() > kLargestDocument) return;
+                snapshot = std::make_shared<const Snapshot>(replacement, version);
+                continue;
+            }
+            const TextView view{snapshot->text, snapshot->lines, encoding};
+            const std::size_t start = view.offset(change.at("range").at("start"));
+            const std::size_t end = std::max(start, view.offset(change.at("range").at("end")));
+            if (snapshot->text.size() - (end - start) + replacement.size() > kLargestDocument) return;
+            snapshot = std::make_shared<const Snapshot>(snapshot->text, snapshot->lines, start, end - start,
+                                                        replacement, version);
         }
-        const TextView view{snapshot->text, snapshot->lines, encoding};
-        const std::size_t start = view.offset(change.at("range").at("start"));
-        const std::size_t end = std::max(start, view.offset(change.at("range").at("end")));
-        if (snapshot->text.size() - (end - start) + replacement.size() > kLargestDocument) return nullptr;
-        snapshot = std::make_shared<const Snapshot>(snapshot->text, snapshot->lines, start, end - start, replacement,
-                                                    version);
+    } catch (const json::exception&) {
+        return;
     }
     lock.lock();
     const auto still = documents_.find(uri);
-    if (still == documents_.end()) return nullptr;
+    if (still == documents_.end() || still->second.opening != opening) return;
     still->second.snapshot = std::move(snapshot);
     schedule(uri, still->second);
-    return nullptr;
 }
 
 json Server::didClose(json& params) {
@@ -289,13 +306,6 @@ void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> ana
         replaced = std::exchange(found->second.analysis, analysis);
         encoding = encoding_;
     }
-    // A large model's memory stays with this thread's allocator when it is
-    // freed; it is given back to the system instead. A small one is kept for
-    // the next check: taking fresh pages from the system costs more.
-    if (replaced != nullptr && replaced.use_count() == 1 && replaced->snapshot->text.size() >= kTrimmedDocument) {
-        replaced.reset();
-        ::malloc_trim(0);
-    }
     const Snapshot& snapshot = *analysis->snapshot;
     const TextView view{snapshot.text, snapshot.lines, encoding};
     send({{"jsonrpc", "2.0"},
@@ -308,6 +318,14 @@ void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> ana
         send({{"jsonrpc", "2.0"},
               {"method", "textDocument/publishDiagnostics"},
               {"params", {{"uri", aliasesUri}, {"diagnostics", diagnosticsOf(aliases.problems, aliasesUri, aliasesView)}}}});
+    }
+    // Freed once the diagnostics are out: a large model takes a while. Its
+    // memory stays with this thread's allocator when it is freed; it is
+    // given back to the system instead. A small one is kept for the next
+    // check: taking fresh pages from the system costs more.
+    if (replaced != nullptr && replaced.use_count() == 1 && replaced->snapshot->text.size() >= kTrimmedDocument) {
+        replaced.reset();
+        ::malloc_trim(0);
     }
 }
 
@@ -377,6 +395,7 @@ namespace quillet::lsp {
 // definition that quillet-format refuses gets no edit; its diagnostics say why.
 json Server::formatting(json& params) {
     const std::string uri = params.at("textDocument").at("uri").get<std::string>();
+    edits_.waitIdle();
     std::shared_ptr<const Snapshot> snapshot;
     {
         const std::lock_guard lock(mutex_);

@@ -33,11 +33,16 @@ public:
     std::optional<int> exitStatus() const { return exitStatus_; }
     // False once the client's input could not be written to.
     bool connected() const;
-    // Waits until every change has been checked and its diagnostics sent.
-    void waitIdle() { checker_.waitIdle(); }
+    // Waits until every change has been applied and checked, and its
+    // diagnostics sent.
+    void waitIdle() {
+        edits_.waitIdle();
+        checker_.waitIdle();
+    }
 
 private:
     struct Document {
+        std::uint64_t opening = 0;  // which opening of the URI: a change posted for an earlier one is dropped
         std::shared_ptr<const Snapshot> snapshot;
         std::uint64_t generation = 0;
         std::shared_ptr<const Analysis> analysis;  // the last complete one
@@ -53,6 +58,8 @@ private:
     void send(const json& message);
     void error(const json& id, int code, std::string message);
     void dispatch(json& message);
+    void applyChanges(const std::string& uri, std::uint64_t opening, std::int64_t version, const json& changes,
+                      Encoding encoding);
     void checked(const std::string& uri, std::shared_ptr<const Analysis> analysis);
     void schedule(const std::string& uri, Document& document);
     void askConfiguration();
@@ -83,9 +90,10 @@ private:
     mutable std::mutex sendMutex_;
     bool connected_ = true;
 
-    mutable std::mutex mutex_;  // guards what the checker's thread sees
+    mutable std::mutex mutex_;  // guards what the edit and checker threads see
     std::map<std::string, Document> documents_;
     std::uint64_t generation_ = 0;
+    std::uint64_t openings_ = 0;
     std::string aliasesPath_;
     std::string root_;
     Encoding encoding_ = Encoding::Utf16;
@@ -96,7 +104,12 @@ private:
     bool canAskConfiguration_ = false;
     int requests_ = 0;  // sent to the client
     std::optional<int> exitStatus_;
-    Checker checker_;  // last: its thread stops before the rest goes
+    Checker checker_;  // its thread stops before the rest goes
+    // A change is applied on a thread of its own: copying a large document's
+    // text for its new version takes tens of milliseconds, which would hold
+    // up the requests that follow it. Last: it stops first, as it schedules
+    // checks.
+    WorkQueue edits_;
 };
 
 }  // namespace quillet::lsp

@@ -76,6 +76,38 @@ TEST_F(Protocol, ChangesAreCheckedAgainIncrementally) {
     EXPECT_EQ(session.diagnostics(kUri)["diagnostics"][0]["code"], "incomplete-directive");
 }
 
+// Changes are applied apart from the thread that reads the messages, yet in
+// the order they came: a word typed a letter at a time, with no wait between
+// the messages, and a document closed and opened again while a change to
+// its first opening may still be waiting, end as they would one by one.
+TEST_F(Protocol, ChangesSentTogetherApplyInOrder) {
+    Server& server = session.server();
+    const auto change = [&](int version, json edit) {
+        server.handle(json{{"jsonrpc", "2.0"},
+                           {"method", "textDocument/didChange"},
+                           {"params", {{"textDocument", {{"uri", kUri}, {"version", version}}},
+                                       {"contentChanges", {std::move(edit)}}}}}
+                          .dump());
+    };
+    const std::string letters = "DROP";
+    for (std::size_t i = 0; i < letters.size(); ++i)
+        change(2 + static_cast<int>(i), {{"range", range(11, 14 + static_cast<int>(i), 15 + static_cast<int>(i))},
+                                          {"text", letters.substr(i, 1)}});
+    change(6, {{"range", range(12, 7, 7)}, {"text", "M"}});
+    server.waitIdle();
+    EXPECT_EQ(session.diagnostics(kUri),
+              json::parse(R"({"uri": "file:///work/bodies.def", "version": 6, "diagnostics": []})"));
+
+    change(7, {{"range", range(0, 0, 0)}, {"text", "KEYWORD: x\n"}});
+    server.handle(json{{"jsonrpc", "2.0"}, {"method", "textDocument/didClose"},
+                       {"params", {{"textDocument", {{"uri", kUri}}}}}}.dump());
+    session.open(kUri, "KEYWORD: lone LONE_KWD\n");
+    EXPECT_EQ(session.diagnostics(kUri),
+              json::parse(R"({"uri": "file:///work/bodies.def", "version": 1, "diagnostics": []})"));
+    EXPECT_EQ(session.at("textDocument/hover", kUri, 0, 10)["contents"]["value"],
+              "**keyword** `lone`\n\nID `LONE_KWD`\n\n0 options");
+}
+
 TEST_F(Protocol, HoverExplainsEachKindOfWord) {
     const struct {
         int line, character;
