@@ -319,11 +319,12 @@ void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> ana
               {"method", "textDocument/publishDiagnostics"},
               {"params", {{"uri", aliasesUri}, {"diagnostics", diagnosticsOf(aliases.problems, aliasesUri, aliasesView)}}}});
     }
-    // Freed once the diagnostics are out: a large model takes a while. Its
-    // memory stays with this thread's allocator when it is freed; it is
-    // given back to the system instead. A small one is kept for the next
-    // check: taking fresh pages from the system costs more.
-    if (replaced != nullptr && replaced.use_count() == 1 && replaced->snapshot->text.size() >= kTrimmedDocument) {
+    // The replaced check is freed once the diagnostics are out: a large
+    // model takes a while. What a large document's check leaves with this
+    // thread's allocator (its own temporaries, and the replaced model) is
+    // given back to the system; a small one's is kept for the next check,
+    // as taking fresh pages from the system costs more.
+    if (snapshot.text.size() >= kTrimmedDocument) {
         replaced.reset();
         ::malloc_trim(0);
     }
