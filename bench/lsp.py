@@ -16,6 +16,8 @@ shared with run.py), and for each size:
   completion (after OPT_LOOKUP:) from request to answer, once with the
   server idle and once right after a change, while the re-check runs:
   against 10 ms, never queued behind the check;
+- types: five changes 150 ms apart, timed from the last to its
+  diagnostics (a newer change stops the check of an older one);
 - reads the server's processor time per change (user and system), which
   a loaded machine does not inflate as it does the wall time;
 - reads the server's peak and current resident memory against the
@@ -214,15 +216,28 @@ def measure(binary, definition, changes, requests):
         for name, took in ask().items():
             busy[name].append(took)
         rechecks.append(client.diagnostics(version) - start)
-    # The server frees the replaced version after publishing the new one's
-    # diagnostics: memory is read once it has stopped working.
     client.settle()
     # Of the server's whole process, requests and framing included: on a
     # shared machine the wall time also holds other processes' turns.
     cpu = (client.cpu() - cpu_before) / changes
+    # Typing: a change every 150 ms; a newer change stops the check of an
+    # older one, so the last waits for one check, not for every one.
+    for change in range(5):
+        version += 1
+        edit = {"range": {"start": position(letter), "end": position((letter[0], letter[1] + 1))},
+                "text": "xy"[change % 2]}
+        if change:
+            time.sleep(0.15)
+        start = time.perf_counter()
+        client.send({"jsonrpc": "2.0", "method": "textDocument/didChange",
+                     "params": {"textDocument": {"uri": URI, "version": version}, "contentChanges": [edit]}})
+    typing = client.diagnostics(version) - start
+    # The server frees the replaced version after publishing the new one's
+    # diagnostics: memory is read once it has stopped working.
+    client.settle()
     rss, peak = client.memory()
     client.close()
-    return size, opened, rechecks, cpu, idle, busy, rss, peak
+    return size, opened, rechecks, typing, cpu, idle, busy, rss, peak
 
 
 def ms(seconds):
@@ -240,13 +255,14 @@ def main():
     targets = {2000: 0.05, 100000: 2.0}
     for keywords in args.sizes:
         definition = generate(keywords)
-        size, opened, rechecks, cpu, idle, busy, rss, peak = measure(binary, definition, args.changes, args.requests)
+        size, opened, rechecks, typing, cpu, idle, busy, rss, peak = measure(binary, definition, args.changes, args.requests)
         print("%d keywords, %.1f MB" % (keywords, size / 1e6))
         print("  open to diagnostics:   %s" % ms(opened))
         target = targets.get(keywords)
         print("  one-character re-check: median %s, worst %s%s" % (
             ms(statistics.median(rechecks)), ms(max(rechecks)),
             "" if target is None else " (target %s: %s)" % (ms(target), "met" if max(rechecks) <= target else "NOT met")))
+        print("  typing, five changes 150 ms apart: the last one's diagnostics after %s" % ms(typing))
         print("  server CPU time per change: %s" % ms(cpu))
         for name in ("hover", "definition", "completion"):
             print("  %-10s idle: median %s, worst %s; during a re-check: median %s, worst %s" % (

@@ -192,7 +192,8 @@ const OptionDef* Analysis::optionOf(const Word& word) const {
 }
 
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
-                                        const std::string& aliasesPath, std::size_t expectedWords) {
+                                        const std::string& aliasesPath, std::size_t expectedWords,
+                                        const std::atomic<bool>* stop) {
     auto analysis = std::make_shared<Analysis>();
     analysis->snapshot = std::move(snapshot);
     analysis->generation = generation;
@@ -203,7 +204,7 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     analysis->wordsEnd.reserve(lines.count());
     WordCollector collector(text, lines, *analysis);
     analysis->linter->forward(&collector);
-    LineReader reader(text);
+    LineReader reader(text, stop);
     analysis->linter->read(reader);
     analysis->linter->forward(nullptr);
     collector.settleLine();

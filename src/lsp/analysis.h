@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -86,7 +87,9 @@ struct Analysis {
 // Lints the snapshot, with the aliases file at `aliasesPath` when one is
 // given and readable. `expectedWords`, the count of an earlier version, lets
 // a large document's word index be sized once instead of grown and copied.
+// Once `stop` is set, reading ends early and the analysis is of no use.
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
-                                        const std::string& aliasesPath, std::size_t expectedWords);
+                                        const std::string& aliasesPath, std::size_t expectedWords,
+                                        const std::atomic<bool>* stop = nullptr);
 
 }  // namespace quillet::lsp

@@ -6,6 +6,7 @@ void Checker::check(Job job) {
     std::string uri = job.uri;
     {
         const std::lock_guard lock(mutex_);
+        if (uri == running_) stop_ = true;
         pending_.insert_or_assign(uri, std::move(job));
     }
     queue_.post([this, uri = std::move(uri)] { run(uri); });
@@ -21,8 +22,17 @@ void Checker::run(const std::string& uri) {
         if (found == pending_.end()) return;
         job = std::move(found->second);
         pending_.erase(found);
+        running_ = uri;
+        stop_ = false;
     }
-    done_(job.uri, analyse(std::move(job.snapshot), job.generation, job.aliasesPath, job.expectedWords));
+    // A stopped check still reaches `done_`, which drops it as older than
+    // the document's newest version.
+    auto analysis = analyse(std::move(job.snapshot), job.generation, job.aliasesPath, job.expectedWords, &stop_);
+    {
+        const std::lock_guard lock(mutex_);
+        running_.clear();
+    }
+    done_(job.uri, std::move(analysis));
 }
 
 }  // namespace quillet::lsp

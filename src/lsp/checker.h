@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -16,7 +17,8 @@ namespace quillet::lsp {
 
 // Lints documents on a thread of its own, so that requests are answered
 // while a large definition is checked. Only the newest text of a document
-// waits to be checked: a change supersedes the one before it.
+// waits to be checked: a change supersedes the one before it, and stops the
+// check of an older text already under way.
 class Checker {
 public:
     struct Job {
@@ -40,6 +42,8 @@ private:
     Done done_;
     std::mutex mutex_;
     std::map<std::string, Job> pending_;  // by document: the newest text only
+    std::string running_;  // the document being checked, if any
+    std::atomic<bool> stop_ = false;  // its check is moot
     WorkQueue queue_;  // last: its thread stops before the rest goes
 };
 

@@ -22,8 +22,8 @@ LineReader::LineReader(int fd) : fd_(fd), buffer_(std::make_unique_for_overwrite
     if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) sizeHint_ = static_cast<std::size_t>(status.st_size);
 }
 
-LineReader::LineReader(std::string_view text)
-    : pending_(text), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)), sizeHint_(text.size()) {}
+LineReader::LineReader(std::string_view text, const std::atomic<bool>* stop)
+    : pending_(text), stop_(stop), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)), sizeHint_(text.size()) {}
 
 // Moves what is left to the front and reads up to one block behind it.
 void LineReader::refill() {
@@ -32,6 +32,7 @@ void LineReader::refill() {
     start_ = 0;
     const std::size_t room = kBufferSize - 1 - end_;
     if (fd_ < 0) {
+        if (stop_ != nullptr && stop_->load(std::memory_order_relaxed)) pending_ = {};
         const std::size_t count = std::min(room, pending_.size());
         std::memcpy(buffer_.get() + end_, pending_.data(), count);
         pending_.remove_prefix(count);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -23,8 +24,11 @@ public:
     static constexpr std::size_t kMaxLine = 254;
 
     explicit LineReader(int fd);
-    // Reads a definition held in memory, as the tests and fuzzers do.
-    explicit LineReader(std::string_view text);
+    // Reads a definition held in memory, as the tests, fuzzers and the
+    // language server do. Once `stop` is set, the definition ends where the
+    // block being read ends: the server gives up a check that a newer
+    // change has made moot.
+    explicit LineReader(std::string_view text, const std::atomic<bool>* stop = nullptr);
 
     bool next(Line& line);
     // The definition's size in bytes where it is known (a regular file or a
@@ -38,6 +42,7 @@ private:
 
     int fd_ = -1;
     std::string_view pending_;  // the in-memory definition not yet copied
+    const std::atomic<bool>* stop_ = nullptr;
     std::unique_ptr<char[]> buffer_;
     std::size_t start_ = 0;
     std::size_t end_ = 0;

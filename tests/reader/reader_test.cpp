@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <limits>
 #include <vector>
 
@@ -154,3 +155,23 @@ TEST(DefinitionReader, ReportsTheWordsPosition) {
 }
 
 }  // namespace
+
+// A check given up part way: once asked, reading ends with the block in
+// hand; never asked, every line is read.
+TEST(LineReader, StopsWithTheBlockInHandOnceAsked) {
+    const std::string line = "    OPT_DESCRIPTION: a line of the definition\n";
+    std::string text;
+    while (text.size() < (std::size_t{3} << 20)) text += line;
+    const std::size_t all = text.size() / line.size();
+    for (const bool asked : {false, true}) {
+        std::atomic<bool> stop = false;
+        LineReader lines(text, &stop);
+        Line read{};
+        std::size_t count = 0;
+        while (lines.next(read))
+            if (++count == 1) stop = asked;
+        // The first block holds a megabyte and the longest line.
+        if (asked) EXPECT_LE(count, ((std::size_t{1} << 20) + LineReader::kMaxLine + 1) / line.size() + 1);
+        else EXPECT_EQ(count, all);
+    }
+}
