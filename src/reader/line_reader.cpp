@@ -32,7 +32,8 @@ void LineReader::refill() {
     start_ = 0;
     const std::size_t room = kBufferSize - 1 - end_;
     if (fd_ < 0) {
-        if (stop_ != nullptr && stop_->load(std::memory_order_relaxed)) pending_ = {};
+        // Keeps its pointer: memcpy takes none that is null, even for no bytes.
+        if (stop_ != nullptr && stop_->load(std::memory_order_relaxed)) pending_.remove_prefix(pending_.size());
         const std::size_t count = std::min(room, pending_.size());
         std::memcpy(buffer_.get() + end_, pending_.data(), count);
         pending_.remove_prefix(count);
