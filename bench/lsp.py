@@ -16,6 +16,8 @@ shared with run.py), and for each size:
   completion (after OPT_LOOKUP:) from request to answer, once with the
   server idle and once right after a change, while the re-check runs:
   against 10 ms, never queued behind the check;
+- asks for the whole document's semantic tokens and symbols, as editors do
+  after every change, and times a hover asked right after them;
 - types: five changes 150 ms apart, timed from the last to its
   diagnostics (a newer change stops the check of an older one);
 - reads the server's processor time per change (user and system), which
@@ -66,6 +68,7 @@ class Client:
     def __init__(self, binary):
         self.process = subprocess.Popen([binary], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.messages = queue.Queue()
+        self.answered = set()  # ids of the answers read so far
         self.next_id = 0
         threading.Thread(target=self._read, daemon=True).start()
 
@@ -96,6 +99,8 @@ class Client:
     def wait(self, test):
         while True:
             at, message = self.messages.get(timeout=120)
+            if "id" in message and "method" not in message:
+                self.answered.add(message["id"])
             if test(message):
                 return at, message
 
@@ -198,6 +203,15 @@ def measure(binary, definition, changes, requests):
             times[name] = took
         return times
 
+    # Editors ask for the semantic tokens and the symbols of the whole
+    # document after every change: a hover asked right after them must not
+    # wait for their answers.
+    whole = [client.request("textDocument/semanticTokens/full", {"textDocument": document}),
+             client.request("textDocument/documentSymbol", {"textDocument": document})]
+    behind_whole, _ = client.answer("textDocument/hover", {"textDocument": document, "position": position(option)})
+    for ident in whole:
+        if ident not in client.answered:
+            client.wait(lambda m, ident=ident: m.get("id") == ident and "method" not in m)
     rechecks = []
     idle = {"hover": [], "definition": [], "completion": []}
     busy = {"hover": [], "definition": [], "completion": []}
@@ -237,7 +251,7 @@ def measure(binary, definition, changes, requests):
     client.settle()
     rss, peak = client.memory()
     client.close()
-    return size, opened, rechecks, typing, cpu, idle, busy, rss, peak
+    return size, opened, rechecks, typing, cpu, idle, busy, behind_whole, rss, peak
 
 
 def ms(seconds):
@@ -255,7 +269,7 @@ def main():
     targets = {2000: 0.05, 100000: 2.0}
     for keywords in args.sizes:
         definition = generate(keywords)
-        size, opened, rechecks, typing, cpu, idle, busy, rss, peak = measure(binary, definition, args.changes, args.requests)
+        size, opened, rechecks, typing, cpu, idle, busy, behind_whole, rss, peak = measure(binary, definition, args.changes, args.requests)
         print("%d keywords, %.1f MB" % (keywords, size / 1e6))
         print("  open to diagnostics:   %s" % ms(opened))
         target = targets.get(keywords)
@@ -268,6 +282,7 @@ def main():
             print("  %-10s idle: median %s, worst %s; during a re-check: median %s, worst %s" % (
                 name, ms(statistics.median(idle[name])), ms(max(idle[name])),
                 ms(statistics.median(busy[name])), ms(max(busy[name]))))
+        print("  hover asked right after the whole document's semantic tokens and symbols: %s" % ms(behind_whole))
         print("  memory: %.0f MB now, %.0f MB peak = %.2fx / %.2fx the document (target 3x)" % (
             rss / 1e6, peak / 1e6, rss / size, peak / size))
 

@@ -65,10 +65,10 @@ const Server::Method Server::kMethods[] = {
     {"textDocument/hover", &Server::hover, true},
     {"textDocument/definition", &Server::definition, true},
     {"textDocument/references", &Server::references, true},
-    {"textDocument/documentSymbol", &Server::documentSymbol, true},
+    {"textDocument/documentSymbol", &Server::documentSymbol, true, true},
     {"textDocument/completion", &Server::completion, true},
     {"textDocument/codeAction", &Server::codeAction, true},
-    {"textDocument/semanticTokens/full", &Server::semanticTokensFull, true},
+    {"textDocument/semanticTokens/full", &Server::semanticTokensFull, true, true},
     {"textDocument/formatting", &Server::formatting, true},
 };
 
@@ -137,14 +137,27 @@ void Server::dispatch(json& message) {
         if (hasId) error(id, kInvalidRequest, "Invalid request: the server is shutting down");
         return;
     }
-    json result;
-    try {
-        result = message.is_object() ? (this->*found->handler)(message["params"]) : json();
-    } catch (const json::exception&) {
-        if (hasId) error(id, kInvalidParams, "Invalid params");
+    json params = std::move(message["params"]);
+    const json answerId = hasId ? id : json();
+    if (found->wholeDocument) {
+        wholeDocumentAnswers_.post([this, handler = found->handler, answerId, params = std::move(params)]() mutable {
+            answer(answerId, handler, params);
+        });
         return;
     }
-    if (hasId) send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+    answer(answerId, found->handler, params);
+}
+
+// `id` is null for a notification, which gets no answer.
+void Server::answer(const json& id, Handler handler, json& params) {
+    json result;
+    try {
+        result = (this->*handler)(params);
+    } catch (const json::exception&) {
+        if (!id.is_null()) error(id, kInvalidParams, "Invalid params");
+        return;
+    }
+    if (!id.is_null()) send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
 }
 
 json Server::initialize(json& params) {
@@ -236,7 +249,7 @@ json Server::didChange(json& params) {
         opening = found->second.opening;
     }
     edits_.post([this, uri = std::move(uri), opening, version, changes = std::move(params.at("contentChanges")),
-                 encoding = encoding_] { applyChanges(uri, opening, version, changes, encoding); });
+                 encoding = encoding_.load()] { applyChanges(uri, opening, version, changes, encoding); });
     return nullptr;
 }
 

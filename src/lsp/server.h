@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -33,11 +34,12 @@ public:
     std::optional<int> exitStatus() const { return exitStatus_; }
     // False once the client's input could not be written to.
     bool connected() const;
-    // Waits until every change has been applied and checked, and its
-    // diagnostics sent.
+    // Waits until every change has been applied and checked, its
+    // diagnostics sent, and every request answered.
     void waitIdle() {
         edits_.waitIdle();
         checker_.waitIdle();
+        wholeDocumentAnswers_.waitIdle();
     }
 
 private:
@@ -52,12 +54,18 @@ private:
         std::string_view name;
         Handler handler;
         bool request;  // answered, unlike a notification
+        // Its answer covers the whole document, and a large one's takes
+        // seconds: it is made on a thread of its own, not ahead of the
+        // requests that come after it. Editors ask for these after every
+        // change.
+        bool wholeDocument = false;
     };
     static const Method kMethods[];
 
     void send(const json& message);
     void error(const json& id, int code, std::string message);
     void dispatch(json& message);
+    void answer(const json& id, Handler handler, json& params);
     void applyChanges(const std::string& uri, std::uint64_t opening, std::int64_t version, const json& changes,
                       Encoding encoding);
     void checked(const std::string& uri, std::shared_ptr<const Analysis> analysis);
@@ -96,7 +104,7 @@ private:
     std::uint64_t openings_ = 0;
     std::string aliasesPath_;
     std::string root_;
-    Encoding encoding_ = Encoding::Utf16;
+    std::atomic<Encoding> encoding_ = Encoding::Utf16;
 
     bool initialized_ = false;
     bool shutdown_ = false;
@@ -107,9 +115,10 @@ private:
     Checker checker_;  // its thread stops before the rest goes
     // A change is applied on a thread of its own: copying a large document's
     // text for its new version takes tens of milliseconds, which would hold
-    // up the requests that follow it. Last: it stops first, as it schedules
-    // checks.
+    // up the requests that follow it. It stops before the checker, as it
+    // schedules checks.
     WorkQueue edits_;
+    WorkQueue wholeDocumentAnswers_;  // last: its answers read everything above
 };
 
 }  // namespace quillet::lsp
