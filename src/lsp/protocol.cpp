@@ -23,6 +23,10 @@ json location(const std::string& uri, const TextView& view, Span span) {
     return {{"uri", uri}, {"range", view.range(span)}};
 }
 
+void appendJson(std::string& out, const json& value) {
+    out += value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
 namespace {
 
 int hexValue(char c) {

@@ -33,6 +33,10 @@ struct TextView {
 
 json location(const std::string& uri, const TextView& view, Span span);
 
+// Appends the JSON text of `value`. Texts of the document may hold bytes
+// that are no UTF-8: they are replaced.
+void appendJson(std::string& out, const json& value);
+
 // A file URI's path, percent-decoded; empty for any other scheme.
 std::string pathOfUri(std::string_view uri);
 std::string uriOfPath(std::string_view path);

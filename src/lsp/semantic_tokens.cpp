@@ -4,6 +4,8 @@
 
 #include "lsp/requests.h"
 
+#include <charconv>
+
 namespace quillet::lsp {
 
 namespace {
@@ -71,7 +73,15 @@ public:
         character_ = start.character;
     }
 
-    json take() { return {{"data", std::move(data_)}}; }
+    void write(std::string& out) const {
+        out += R"({"data":[)";
+        char number[16];
+        for (std::size_t i = 0; i < data_.size(); ++i) {
+            if (i != 0) out += ',';
+            out.append(number, std::to_chars(number, number + sizeof number, data_[i]).ptr);
+        }
+        out += "]}";
+    }
 
 private:
     const TextView& view_;
@@ -88,7 +98,7 @@ json semanticTokenLegend() {
     return {{"tokenTypes", std::move(types)}, {"tokenModifiers", json::array()}};
 }
 
-json semanticTokens(const Analysis& analysis, const TextView& view) {
+void writeSemanticTokens(const Analysis& analysis, const TextView& view, std::string& out) {
     TokenWriter tokens(view);
     const std::string_view text = view.text;
     auto word = analysis.words.begin();
@@ -108,7 +118,7 @@ json semanticTokens(const Analysis& analysis, const TextView& view) {
         }
         lineStart = newline + 1;
     }
-    return tokens.take();
+    tokens.write(out);
 }
 
 }  // namespace quillet::lsp

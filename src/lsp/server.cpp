@@ -65,10 +65,10 @@ const Server::Method Server::kMethods[] = {
     {"textDocument/hover", &Server::hover, true},
     {"textDocument/definition", &Server::definition, true},
     {"textDocument/references", &Server::references, true},
-    {"textDocument/documentSymbol", &Server::documentSymbol, true, true},
+    {"textDocument/documentSymbol", nullptr, true, &Server::documentSymbol},
     {"textDocument/completion", &Server::completion, true},
     {"textDocument/codeAction", &Server::codeAction, true},
-    {"textDocument/semanticTokens/full", &Server::semanticTokensFull, true, true},
+    {"textDocument/semanticTokens/full", nullptr, true, &Server::semanticTokensFull},
     {"textDocument/formatting", &Server::formatting, true},
 };
 
@@ -84,8 +84,12 @@ bool Server::connected() const {
 }
 
 void Server::send(const json& message) {
-    // Texts of the document may hold bytes that are no UTF-8.
-    const std::string body = message.dump(-1, ' ', false, json::error_handler_t::replace);
+    std::string body;
+    appendJson(body, message);
+    sendBody(body);
+}
+
+void Server::sendBody(std::string_view body) {
     const std::lock_guard lock(sendMutex_);
     if (connected_ && !send_(body)) connected_ = false;
 }
@@ -139,10 +143,11 @@ void Server::dispatch(json& message) {
     }
     json params = std::move(message["params"]);
     const json answerId = hasId ? id : json();
-    if (found->wholeDocument) {
-        wholeDocumentAnswers_.post([this, handler = found->handler, answerId, params = std::move(params)]() mutable {
-            answer(answerId, handler, params);
-        });
+    if (found->whole != nullptr) {
+        if (hasId)
+            wholeDocumentAnswers_.post([this, handler = found->whole, answerId, params = std::move(params)]() mutable {
+                answerWhole(answerId, handler, params);
+            });
         return;
     }
     answer(answerId, found->handler, params);
@@ -158,6 +163,25 @@ void Server::answer(const json& id, Handler handler, json& params) {
         return;
     }
     if (!id.is_null()) send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+}
+
+void Server::answerWhole(const json& id, WholeHandler handler, json& params) {
+    std::string body = R"({"jsonrpc":"2.0","id":)";
+    appendJson(body, id);
+    body += R"(,"result":)";
+    try {
+        (this->*handler)(params, body);
+    } catch (const json::exception&) {
+        return error(id, kInvalidParams, "Invalid params");
+    }
+    body += '}';
+    sendBody(body);
+    // A large document's answer would leave its memory with this thread's
+    // allocator; a small one's is kept, as the checks are (see checked()).
+    if (body.size() >= kTrimmedDocument) {
+        std::string().swap(body);
+        ::malloc_trim(0);
+    }
 }
 
 json Server::initialize(json& params) {
@@ -373,10 +397,13 @@ json Server::references(json& params) {
                            withDeclaration, view);
 }
 
-json Server::documentSymbol(json& params) {
+void Server::documentSymbol(json& params, std::string& out) {
     const auto analysis = analysisOf(params);
-    if (!analysis) return nullptr;
-    return documentSymbols(*analysis, viewOf(*analysis->snapshot));
+    if (!analysis) {
+        out += "null";
+        return;
+    }
+    writeDocumentSymbols(*analysis, viewOf(*analysis->snapshot), out);
 }
 
 json Server::completion(json& params) {
@@ -395,10 +422,13 @@ json Server::codeAction(json& params) {
     return codeActions(*analysis, params.at("textDocument").at("uri").get<std::string>(), {start, end - start}, view);
 }
 
-json Server::semanticTokensFull(json& params) {
+void Server::semanticTokensFull(json& params, std::string& out) {
     const auto analysis = analysisOf(params);
-    if (!analysis) return nullptr;
-    return semanticTokens(*analysis, viewOf(*analysis->snapshot));
+    if (!analysis) {
+        out += "null";
+        return;
+    }
+    writeSemanticTokens(*analysis, viewOf(*analysis->snapshot), out);
 }
 
 }  // namespace quillet::lsp

@@ -50,22 +50,26 @@ private:
         std::shared_ptr<const Analysis> analysis;  // the last complete one
     };
     using Handler = json (Server::*)(json& params);
+    // Appends the result's JSON text to `out`.
+    using WholeHandler = void (Server::*)(json& params, std::string& out);
     struct Method {
         std::string_view name;
         Handler handler;
         bool request;  // answered, unlike a notification
-        // Its answer covers the whole document, and a large one's takes
-        // seconds: it is made on a thread of its own, not ahead of the
-        // requests that come after it. Editors ask for these after every
-        // change.
-        bool wholeDocument = false;
+        // For an answer that covers the whole document, instead of
+        // `handler`: a large one's takes seconds, so it is made on a thread
+        // of its own, not ahead of the requests that come after it (editors
+        // ask for these after every change).
+        WholeHandler whole = nullptr;
     };
     static const Method kMethods[];
 
     void send(const json& message);
+    void sendBody(std::string_view body);
     void error(const json& id, int code, std::string message);
     void dispatch(json& message);
     void answer(const json& id, Handler handler, json& params);
+    void answerWhole(const json& id, WholeHandler handler, json& params);
     void applyChanges(const std::string& uri, std::uint64_t opening, std::int64_t version, const json& changes,
                       Encoding encoding);
     void checked(const std::string& uri, std::shared_ptr<const Analysis> analysis);
@@ -87,10 +91,10 @@ private:
     json hover(json& params);
     json definition(json& params);
     json references(json& params);
-    json documentSymbol(json& params);
+    void documentSymbol(json& params, std::string& out);
     json completion(json& params);
     json codeAction(json& params);
-    json semanticTokensFull(json& params);
+    void semanticTokensFull(json& params, std::string& out);
     json formatting(json& params);
     json ignore(json& params);
 

@@ -20,14 +20,17 @@ struct OpenSymbol {
 
 class SymbolBuilder {
 public:
-    SymbolBuilder(const Analysis& analysis, const TextView& view) : analysis_(analysis), view_(view) {}
+    // Each keyword and table is written out once it is closed.
+    SymbolBuilder(const Analysis& analysis, const TextView& view, std::string& out)
+        : analysis_(analysis), view_(view), out_(out) {}
 
-    json build() {
+    void build() {
+        out_ += '[';
         for (const Word& word : analysis_.words) take(word);
         closeOption();
         closeKeyword();
         closeTable();
-        return std::move(symbols_);
+        out_ += ']';
     }
 
 private:
@@ -70,7 +73,7 @@ private:
                 entry_.end = end;
                 entry_.symbol["kind"] = kEnumMember;
                 entry_.symbol["detail"] = entry_.symbol["detail"].get<std::string>() + " = " + analysis_.text(word);
-                close(entry_, table_.symbol["children"]);
+                close(entry_, &table_.symbol["children"]);
             }
             entry_.open = false;
             break;
@@ -90,27 +93,35 @@ private:
         if (symbol.open && !symbol.symbol.contains("detail")) symbol.symbol["detail"] = analysis_.text(word);
     }
     // A symbol whose name never came is left out: the protocol needs one.
-    void close(OpenSymbol& symbol, json& into) {
+    // Into its parent's children, or, for none, written out.
+    void close(OpenSymbol& symbol, json* into) {
         if (!symbol.open) return;
         symbol.open = false;
         if (!symbol.symbol.contains("name") || symbol.symbol["name"].get_ref<const std::string&>().empty()) return;
         symbol.symbol["range"] = view_.range({symbol.start, symbol.end - symbol.start});
         if (symbol.symbol.contains("children") && symbol.symbol["children"].empty()) symbol.symbol.erase("children");
-        into.push_back(std::move(symbol.symbol));
+        if (into != nullptr) {
+            into->push_back(std::move(symbol.symbol));
+            return;
+        }
+        if (written_) out_ += ',';
+        written_ = true;
+        appendJson(out_, symbol.symbol);
     }
     void closeOption() {
-        if (keyword_.open) close(option_, keyword_.symbol["children"]);
+        if (keyword_.open) close(option_, &keyword_.symbol["children"]);
         option_.open = false;
     }
-    void closeKeyword() { close(keyword_, symbols_); }
+    void closeKeyword() { close(keyword_, nullptr); }
     void closeTable() {
         entry_.open = false;
-        close(table_, symbols_);
+        close(table_, nullptr);
     }
 
     const Analysis& analysis_;
     const TextView& view_;
-    json symbols_ = json::array();
+    std::string& out_;
+    bool written_ = false;  // a symbol, so the next needs a comma
     OpenSymbol keyword_;
     OpenSymbol option_;
     OpenSymbol table_;
@@ -119,6 +130,8 @@ private:
 
 }  // namespace
 
-json documentSymbols(const Analysis& analysis, const TextView& view) { return SymbolBuilder(analysis, view).build(); }
+void writeDocumentSymbols(const Analysis& analysis, const TextView& view, std::string& out) {
+    SymbolBuilder(analysis, view, out).build();
+}
 
 }  // namespace quillet::lsp
