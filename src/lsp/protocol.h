@@ -18,6 +18,7 @@ constexpr int kInvalidRequest = -32600;
 constexpr int kMethodNotFound = -32601;
 constexpr int kInvalidParams = -32602;
 constexpr int kServerNotInitialized = -32002;
+constexpr int kRequestCancelled = -32800;
 
 // The document text, its lines and the client's way of counting characters:
 // what turns byte spans into protocol ranges.

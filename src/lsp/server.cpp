@@ -61,6 +61,7 @@ const Server::Method Server::kMethods[] = {
     {"textDocument/didChange", &Server::didChange, false},
     {"textDocument/didClose", &Server::didClose, false},
     {"textDocument/didSave", &Server::ignore, false},
+    {"$/cancelRequest", &Server::cancelRequest, false},
     {"workspace/didChangeConfiguration", &Server::didChangeConfiguration, false},
     {"textDocument/hover", &Server::hover, true},
     {"textDocument/definition", &Server::definition, true},
@@ -144,10 +145,14 @@ void Server::dispatch(json& message) {
     json params = std::move(message["params"]);
     const json answerId = hasId ? id : json();
     if (found->whole != nullptr) {
-        if (hasId)
-            wholeDocumentAnswers_.post([this, handler = found->whole, answerId, params = std::move(params)]() mutable {
-                answerWhole(answerId, handler, params);
-            });
+        if (!hasId) return;
+        {
+            const std::lock_guard lock(wholeMutex_);
+            waitingWhole_[answerId.dump()] = false;
+        }
+        wholeDocumentAnswers_.post([this, handler = found->whole, answerId, params = std::move(params)]() mutable {
+            answerWhole(answerId, handler, params);
+        });
         return;
     }
     answer(answerId, found->handler, params);
@@ -166,6 +171,13 @@ void Server::answer(const json& id, Handler handler, json& params) {
 }
 
 void Server::answerWhole(const json& id, WholeHandler handler, json& params) {
+    {
+        const std::lock_guard lock(wholeMutex_);
+        const auto found = waitingWhole_.find(id.dump());
+        const bool cancelled = found != waitingWhole_.end() && found->second;
+        if (found != waitingWhole_.end()) waitingWhole_.erase(found);
+        if (cancelled) return error(id, kRequestCancelled, "Request cancelled");
+    }
     std::string body = R"({"jsonrpc":"2.0","id":)";
     appendJson(body, id);
     body += R"(,"result":)";
@@ -331,6 +343,15 @@ json Server::didChangeConfiguration(json& params) {
 }
 
 json Server::ignore(json&) { return nullptr; }
+
+// Only a whole-document answer not yet begun is worth giving up; any other
+// is answered as soon as it is read, or is being made.
+json Server::cancelRequest(json& params) {
+    const std::lock_guard lock(wholeMutex_);
+    const auto found = waitingWhole_.find(params.at("id").dump());
+    if (found != waitingWhole_.end()) found->second = true;
+    return nullptr;
+}
 
 void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> analysis) {
     Encoding encoding;

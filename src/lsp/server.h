@@ -96,6 +96,7 @@ private:
     json codeAction(json& params);
     void semanticTokensFull(json& params, std::string& out);
     json formatting(json& params);
+    json cancelRequest(json& params);
     json ignore(json& params);
 
     Send send_;
@@ -116,6 +117,10 @@ private:
     bool canAskConfiguration_ = false;
     int requests_ = 0;  // sent to the client
     std::optional<int> exitStatus_;
+    // Whole-document requests not yet begun, by their ID's JSON text: true
+    // once the client has cancelled one (it has moved on to a newer text).
+    std::mutex wholeMutex_;
+    std::map<std::string, bool> waitingWhole_;
     Checker checker_;  // its thread stops before the rest goes
     // A change is applied on a thread of its own: copying a large document's
     // text for its new version takes tens of milliseconds, which would hold

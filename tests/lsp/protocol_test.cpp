@@ -2,6 +2,8 @@
 // something for every request.
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "format/formatter.h"
 #include "session.h"
 #include "support/tool_process.h"
@@ -106,6 +108,39 @@ TEST_F(Protocol, ChangesSentTogetherApplyInOrder) {
               json::parse(R"({"uri": "file:///work/bodies.def", "version": 1, "diagnostics": []})"));
     EXPECT_EQ(session.at("textDocument/hover", kUri, 0, 10)["contents"]["value"],
               "**keyword** `lone`\n\nID `LONE_KWD`\n\n0 options");
+}
+
+// A whole-document answer waits its turn on a thread of its own; one the
+// client cancels before its turn comes gets the cancellation error instead.
+// The semantic tokens of a few thousand keywords keep that thread busy while
+// the symbols are asked for and cancelled.
+TEST(ProtocolWholeDocument, CancelledBeforeItsTurnIsAnsweredAsCancelled) {
+    std::string text;
+    for (int k = 0; k < 3000; ++k) {
+        const std::string n = std::to_string(k);
+        text += "KEYWORD: k" + n + " K" + n + "\nKEY_SUMMARY: Keyword " + n + "\n";
+        for (int o = 0; o < 10; ++o)
+            text += "    OPTION: o" + std::to_string(o) + " K" + n + "_O" + std::to_string(o) + " NQ_INT_TYPE 1\n";
+    }
+    Session session;
+    session.initialize();
+    session.open(kUri, text);
+    Server& server = session.server();
+    const auto ask = [&](int id, const std::string& method) {
+        server.handle(json{{"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", {{"textDocument", {{"uri", kUri}}}}}}
+                          .dump());
+    };
+    ask(101, "textDocument/semanticTokens/full");
+    ask(102, "textDocument/documentSymbol");
+    server.handle(json{{"jsonrpc", "2.0"}, {"method", "$/cancelRequest"}, {"params", {{"id", 102}}}}.dump());
+    server.waitIdle();
+    std::map<int, json> answers;
+    for (const json& message : session.sent())
+        if (message.contains("id") && !message.contains("method")) answers[message["id"].get<int>()] = message;
+    ASSERT_EQ(answers.size(), 3u);  // the initialize answer too
+    EXPECT_EQ(answers[101]["result"]["data"].size(), 5u * 3000 * 54);  // five numbers a word
+    EXPECT_EQ(answers[102], json::parse(R"({"jsonrpc": "2.0", "id": 102,
+                                            "error": {"code": -32800, "message": "Request cancelled"}})"));
 }
 
 TEST_F(Protocol, HoverExplainsEachKindOfWord) {
