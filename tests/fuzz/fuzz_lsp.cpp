@@ -91,6 +91,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             continue;
         }
         case 4: server.handle(std::string(rest)); continue;
+        case 5:
+            // One of the last few requests, perhaps waiting its turn, perhaps answered.
+            message["method"] = "$/cancelRequest";
+            message["params"] = {{"id", requests - static_cast<int>(rest.size() % 3)}};
+            break;
         default: {
             const json place = position(rest);
             message["id"] = ++requests;
