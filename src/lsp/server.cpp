@@ -45,7 +45,6 @@ const char* encodingName(Encoding encoding) {
     return "utf-16";
 }
 
-constexpr std::size_t kTrimmedDocument = std::size_t{32} << 20;
 
 // Offsets are kept in 32 bits.
 constexpr std::size_t kLargestDocument = std::numeric_limits<std::uint32_t>::max();
@@ -66,10 +65,10 @@ const Server::Method Server::kMethods[] = {
     {"textDocument/hover", &Server::hover, true},
     {"textDocument/definition", &Server::definition, true},
     {"textDocument/references", &Server::references, true},
-    {"textDocument/documentSymbol", nullptr, true, &Server::documentSymbol},
+    {"textDocument/documentSymbol", nullptr, true, &writeDocumentSymbols},
     {"textDocument/completion", &Server::completion, true},
     {"textDocument/codeAction", &Server::codeAction, true},
-    {"textDocument/semanticTokens/full", nullptr, true, &Server::semanticTokensFull},
+    {"textDocument/semanticTokens/full", nullptr, true, &writeSemanticTokens},
     {"textDocument/formatting", &Server::formatting, true},
 };
 
@@ -178,19 +177,23 @@ void Server::answerWhole(const json& id, WholeHandler handler, json& params) {
         if (found != waitingWhole_.end()) waitingWhole_.erase(found);
         if (cancelled) return error(id, kRequestCancelled, "Request cancelled");
     }
-    std::string body = R"({"jsonrpc":"2.0","id":)";
-    appendJson(body, id);
-    body += R"(,"result":)";
+    std::shared_ptr<const Analysis> analysis;
     try {
-        (this->*handler)(params, body);
+        analysis = analysisOf(params);
     } catch (const json::exception&) {
         return error(id, kInvalidParams, "Invalid params");
     }
+    std::string body = R"({"jsonrpc":"2.0","id":)";
+    appendJson(body, id);
+    body += R"(,"result":)";
+    if (analysis == nullptr) body += "null";
+    else handler(*analysis, viewOf(*analysis->snapshot), body);
     body += '}';
     sendBody(body);
-    // A large document's answer would leave its memory with this thread's
-    // allocator; a small one's is kept, as the checks are (see checked()).
-    if (body.size() >= kTrimmedDocument) {
+    // An answer the size of a large document would leave its memory with
+    // this thread's allocator; a small one's is kept, as the checks' is (see
+    // checked()).
+    if (body.size() >= Snapshot::kLargeText) {
         std::string().swap(body);
         ::malloc_trim(0);
     }
@@ -382,7 +385,7 @@ void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> ana
     // thread's allocator (its own temporaries, and the replaced model) is
     // given back to the system; a small one's is kept for the next check,
     // as taking fresh pages from the system costs more.
-    if (snapshot.text.size() >= kTrimmedDocument) {
+    if (snapshot.text.size() >= Snapshot::kLargeText) {
         replaced.reset();
         ::malloc_trim(0);
     }
@@ -418,15 +421,6 @@ json Server::references(json& params) {
                            withDeclaration, view);
 }
 
-void Server::documentSymbol(json& params, std::string& out) {
-    const auto analysis = analysisOf(params);
-    if (!analysis) {
-        out += "null";
-        return;
-    }
-    writeDocumentSymbols(*analysis, viewOf(*analysis->snapshot), out);
-}
-
 json Server::completion(json& params) {
     const auto analysis = analysisOf(params);
     if (!analysis) return nullptr;
@@ -441,15 +435,6 @@ json Server::codeAction(json& params) {
     const std::size_t start = view.offset(params.at("range").at("start"));
     const std::size_t end = std::max(start, view.offset(params.at("range").at("end")));
     return codeActions(*analysis, params.at("textDocument").at("uri").get<std::string>(), {start, end - start}, view);
-}
-
-void Server::semanticTokensFull(json& params, std::string& out) {
-    const auto analysis = analysisOf(params);
-    if (!analysis) {
-        out += "null";
-        return;
-    }
-    writeSemanticTokens(*analysis, viewOf(*analysis->snapshot), out);
 }
 
 }  // namespace quillet::lsp

@@ -50,8 +50,8 @@ private:
         std::shared_ptr<const Analysis> analysis;  // the last complete one
     };
     using Handler = json (Server::*)(json& params);
-    // Appends the result's JSON text to `out`.
-    using WholeHandler = void (Server::*)(json& params, std::string& out);
+    // Appends the result's JSON text for the document's last analysis to `out`.
+    using WholeHandler = void (*)(const Analysis& analysis, const TextView& view, std::string& out);
     struct Method {
         std::string_view name;
         Handler handler;
@@ -91,10 +91,8 @@ private:
     json hover(json& params);
     json definition(json& params);
     json references(json& params);
-    void documentSymbol(json& params, std::string& out);
     json completion(json& params);
     json codeAction(json& params);
-    void semanticTokensFull(json& params, std::string& out);
     json formatting(json& params);
     json cancelRequest(json& params);
     json ignore(json& params);
