@@ -66,12 +66,13 @@ DefinitionLinter::DefinitionLinter(std::size_t maxErrors) : maxErrors_(maxErrors
     });
 }
 
-void DefinitionLinter::read(LineReader& lines) {
-    DefinitionReader reader(definitions_, report_);
-    reader_ = &reader;
-    reader.observe(this);
-    reader.keepFirstDefinitions();
-    reader.read(lines);
+void DefinitionLinter::startReading() {
+    reader_ = std::make_unique<DefinitionReader>(definitions_, report_);
+    reader_->observe(this);
+    reader_->keepFirstDefinitions();
+}
+
+void DefinitionLinter::endReading(const LineReader& lines) {
     // What the end of input raised is in its refusal, if any.
     messages_.clear();
     if (lines.stoppedAtLongLine())
@@ -79,10 +80,37 @@ void DefinitionLinter::read(LineReader& lines) {
              "line longer than 254 bytes: quillet stops reading here without a message, and ignores this line "
              "and every line after it");
     settle();
+    reader_->observe(nullptr);
+    line_ = {};
+}
+
+void DefinitionLinter::readPart(LineReader& lines, const DefinitionLinter& whole, int firstLine, bool toEnd) {
+    startReading();
+    reader_->readAfter(*whole.reader_, firstLine);
+    for (const auto& [name, table] : whole.definitions_.lookupTables) {
+        const std::optional<Position> place = whole.definedAt(name);
+        if (!place || place->line >= firstLine) continue;
+        LookupTableDef& copy = *definitions_.newLookupTable(definitions_.keep(name));
+        for (std::size_t i = 0; i < table->size(); ++i)
+            definitions_.addLookupEntry(copy, definitions_.keep(table->ids[i]), definitions_.keep(table->names[i]),
+                                        table->values[i]);
+    }
+    if (toEnd) {
+        reader_->read(lines, firstLine);
+    } else {
+        int lineNumber = firstLine - 1;
+        bool clean = true;
+        reader_->readLines(lines, lineNumber, clean);
+    }
+    endReading(lines);
+}
+
+void DefinitionLinter::read(LineReader& lines) {
+    startReading();
+    reader_->read(lines);
+    endReading(lines);
     // The tables' places are the reader's.
     checkLookupTables();
-    reader_ = nullptr;
-    line_ = {};
 
     if (carriageReturns_ > 1)
         diagnostics_[firstCarriageReturn_].notes.push_back(
@@ -406,18 +434,18 @@ void DefinitionLinter::checkLookupTables() {
     for (const auto& [index, name] : unknownTables_) {
         if (definitions_.findLookupTable(name) == nullptr) continue;
         diagnostics_[index].notes.push_back(
-            {definedAt(name), "a table of this name is defined further down; its " + code("LOOKUP:") +
+            {definedAt(name).value_or(Position{}), "a table of this name is defined further down; its " + code("LOOKUP:") +
                                 " must come before the first " + code("OPT_LOOKUP:") + " naming it"});
     }
     for (const auto& [name, table] : definitions_.lookupTables) {
         if (usedTables_.contains(name)) continue;
-        warn(RuleId::UnusedLookupTable, definedAt(name),
+        warn(RuleId::UnusedLookupTable, definedAt(name).value_or(Position{}),
              "lookup table " + quoted(name) + " is used by no option (no " + code("OPT_LOOKUP:") + " names it)");
     }
 }
 
-Position DefinitionLinter::definedAt(std::string_view id) const {
-    return reader_->firstDefinition(WordRole::TableName, id).value_or(Position{});
+std::optional<Position> DefinitionLinter::definedAt(std::string_view id) const {
+    return reader_->firstDefinition(WordRole::TableName, id);
 }
 
 void DefinitionLinter::add(Diagnostic diagnostic) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <cstddef>
 #include <string>
@@ -26,6 +27,18 @@ public:
     explicit DefinitionLinter(std::size_t maxErrors);
 
     void read(LineReader& lines);
+    // Reads one part of a file again, its lines from `firstLine` on, after
+    // `whole` read all of it: the part sees the names and the lookup tables
+    // of the lines before it, as a reading of the whole file would. With
+    // `toEnd` the part ends the file; otherwise the input goes on after it.
+    // The checks of the whole file (the tables left unused, the count of
+    // carriage returns) are left to the whole file's reading.
+    void readPart(LineReader& lines, const DefinitionLinter& whole, int firstLine, bool toEnd);
+    // What a part changes for the rest of its file: the names it takes, the
+    // tables it uses, the tables it names before they are defined.
+    bool takesSameNames(const DefinitionLinter& other) const { return reader_->takesSameNames(*other.reader_); }
+    const std::unordered_set<std::string_view>& usedTables() const { return usedTables_; }
+    const std::vector<std::pair<std::size_t, std::string>>& tablesNamedEarly() const { return unknownTables_; }
     // Shows every word the reader sees to `observer` too (the language
     // server indexes them), after the linter has seen it.
     void forward(ReadObserver* observer) { forward_ = observer; }
@@ -74,15 +87,19 @@ private:
     void followOption();
     void closeOption();
     void checkLookupTables();
+    void startReading();
+    void endReading(const LineReader& lines);
     bool limitValue(const OptionDef& option, std::string_view text, double& value);
 
     void add(Diagnostic diagnostic);
     void warn(RuleId rule, Position position, std::string message, std::vector<Note> notes = {});
-    Position definedAt(std::string_view id) const;
+    std::optional<Position> definedAt(std::string_view id) const;
 
     DefinitionSet definitions_;
     Reporter report_;
-    DefinitionReader* reader_ = nullptr;
+    // Kept after reading: a part read again later looks up the names the
+    // lines before it took.
+    std::unique_ptr<DefinitionReader> reader_;
     ReadObserver* forward_ = nullptr;
     std::size_t maxErrors_;
     std::size_t errors_ = 0;

@@ -56,19 +56,41 @@ struct AliasesFile {
     std::vector<Problem> problems;
 };
 
+// One keyword's lines read again alone, over the reading of the whole
+// file that an earlier version had: an edit within a keyword leaves the
+// rest of the file as it was read.
+struct Reread {
+    std::size_t start = 0;    // of the keyword's first line, in every version since the whole reading
+    std::size_t keyword = 0;  // of its KEYWORD: word
+    int firstLine = 0;
+    std::size_t length = 0;  // its bytes in this version
+    // The next keyword's line up to its KEYWORD: word, which ends the
+    // keyword's reading; empty for the file's last keyword.
+    std::string nextLine;
+    // The keyword as the whole file's reading had it, read alone.
+    std::shared_ptr<const lint::DefinitionLinter> before;
+    // The keyword now, read alone: owns its records.
+    std::shared_ptr<const lint::DefinitionLinter> now;
+};
+
 // Everything the requests answer from: one complete lint run over one
 // snapshot of a document, its words and its model.
 struct Analysis {
+    using KeywordsByName = std::unordered_map<std::string_view, const KeywordDef*>;
+
     std::shared_ptr<const Snapshot> snapshot;
     std::uint64_t generation = 0;
-    std::unique_ptr<lint::DefinitionLinter> linter;  // owns the model
+    // The reading of the whole file, this version's or, with `reread`, an
+    // earlier one's: owns the model.
+    std::shared_ptr<const lint::DefinitionLinter> linter;
+    std::shared_ptr<const Reread> reread;
     WordIndex words;
     // By line as the reader counts them: the byte column after the line's
     // last word, where a comment can start. One entry per line read.
     std::vector<std::uint8_t> wordsEnd;
     std::unordered_map<std::string, std::uint32_t> tables;  // by name: the index of its LOOKUP: name word
     std::vector<Problem> problems;
-    std::unordered_map<std::string_view, const KeywordDef*> keywords;  // by name, the first of each
+    KeywordsByName keywords;  // by name, the first of each
     std::unique_ptr<const AliasesFile> aliases;
 
     const DefinitionSet& definitions() const { return linter->definitions(); }
@@ -91,5 +113,13 @@ struct Analysis {
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
                                         const std::string& aliasesPath, std::size_t expectedWords,
                                         const std::atomic<bool>* stop = nullptr);
+
+// The analysis of `snapshot` made by reading again only the keyword that
+// changed since `previous`; null where that would not give what reading the
+// whole file gives (an edit outside one keyword's lines, or one that changes
+// what the rest of the file sees: its names, tables, once-per-file
+// directives).
+std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
+                                          std::uint64_t generation, const std::string& aliasesPath);
 
 }  // namespace quillet::lsp

@@ -27,7 +27,13 @@ void Checker::run(const std::string& uri) {
     }
     // A stopped check still reaches `done_`, which drops it as older than
     // the document's newest version.
-    auto analysis = analyse(std::move(job.snapshot), job.generation, job.aliasesPath, job.expectedWords, &stop_);
+    std::shared_ptr<const Analysis> analysis;
+    if (job.previous != nullptr) analysis = reanalyse(*job.previous, job.snapshot, job.generation, job.aliasesPath);
+    if (analysis == nullptr) {
+        const std::size_t words = job.previous == nullptr ? 0 : job.previous->words.size();
+        job.previous.reset();
+        analysis = analyse(std::move(job.snapshot), job.generation, job.aliasesPath, words, &stop_);
+    }
     {
         const std::lock_guard lock(mutex_);
         running_.clear();

@@ -26,7 +26,10 @@ public:
         std::shared_ptr<const Snapshot> snapshot;
         std::uint64_t generation = 0;
         std::string aliasesPath;
-        std::size_t expectedWords = 0;  // the last analysis's count, to size the index once
+        // The document's last analysis: an edit within one keyword reads
+        // that keyword again over it, and a whole reading sizes its word
+        // index by it.
+        std::shared_ptr<const Analysis> previous;
     };
     using Done = std::function<void(const std::string& uri, std::shared_ptr<const Analysis> analysis)>;
 

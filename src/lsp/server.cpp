@@ -259,8 +259,7 @@ json Server::exit(json&) {
 
 void Server::schedule(const std::string& uri, Document& document) {
     document.generation = ++generation_;
-    const std::size_t words = document.analysis == nullptr ? 0 : document.analysis->words.size();
-    checker_.check({uri, document.snapshot, document.generation, aliasesPath_, words});
+    checker_.check({uri, document.snapshot, document.generation, aliasesPath_, document.analysis});
 }
 
 json Server::didOpen(json& params) {

@@ -34,12 +34,31 @@ std::size_t TextRegistry::probe(std::string_view text, std::uint32_t hash) const
     }
 }
 
-bool TextRegistry::contains(std::string_view text) const {
+bool TextRegistry::ownContains(std::string_view text) const {
     if (slots_ == 0) return false;
     return hashes()[probe(text, hashOf(text))] != 0;
 }
 
+bool TextRegistry::contains(std::string_view text) const {
+    return ownContains(text) || earlierPlace(text).has_value();
+}
+
+std::optional<Position> TextRegistry::earlierPlace(std::string_view text) const {
+    if (earlier_ == nullptr) return std::nullopt;
+    const std::optional<Position> place = earlier_->placeOf(text);
+    if (!place || place->line >= earlierLine_) return std::nullopt;
+    return place;
+}
+
+bool TextRegistry::sameTexts(const TextRegistry& other) const {
+    if (size_ != other.size_) return false;
+    for (std::size_t index = 0; index < slots_; ++index)
+        if (hashes()[index] != 0 && !other.ownContains(texts()[index].view())) return false;
+    return true;
+}
+
 bool TextRegistry::insert(Text text, Position place) {
+    if (earlier_ != nullptr && earlierPlace(text)) return false;
     if (overFull(size_ + 1, slots_)) rehash(std::max(kInitialSlots, 2 * slots_));
     const std::uint32_t hash = hashOf(text);
     const std::size_t index = probe(text, hash);
@@ -57,9 +76,9 @@ void TextRegistry::keepPlaces() {
 }
 
 std::optional<Position> TextRegistry::placeOf(std::string_view text) const {
-    if (slots_ == 0 || !keepsPlaces_) return std::nullopt;
+    if (slots_ == 0 || !keepsPlaces_) return earlierPlace(text);
     const std::size_t index = probe(text, hashOf(text));
-    if (hashes()[index] == 0) return std::nullopt;
+    if (hashes()[index] == 0) return earlierPlace(text);
     return places()[index];
 }
 

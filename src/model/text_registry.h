@@ -30,6 +30,16 @@ public:
     // never asks, and keeps none; the linter's notes point there.
     void keepPlaces();
     std::optional<Position> placeOf(std::string_view text) const;
+    // Texts that `earlier`, with places kept, registered on a line before
+    // `line` count as registered here too, at their place there: a part of
+    // a file read again sees the names the lines before it took.
+    void lookBehind(const TextRegistry& earlier, int line) {
+        earlier_ = &earlier;
+        earlierLine_ = line;
+    }
+    // Whether both registered the same texts themselves (what they look
+    // behind at left out).
+    bool sameTexts(const TextRegistry& other) const;
     // Room for `count` texts without growing.
     void reserve(std::size_t count);
     // Forgets every text.
@@ -41,6 +51,8 @@ private:
     Text* texts() const { return static_cast<Text*>(texts_.data()); }
     Position* places() const { return static_cast<Position*>(places_.data()); }
     std::size_t probe(std::string_view text, std::uint32_t hash) const;
+    bool ownContains(std::string_view text) const;
+    std::optional<Position> earlierPlace(std::string_view text) const;
     void rehash(std::size_t slotCount);
 
     // A slot's text is constructed when its hash is set, and read only then.
@@ -50,6 +62,8 @@ private:
     bool keepsPlaces_ = false;
     std::size_t slots_ = 0;
     std::size_t size_ = 0;
+    const TextRegistry* earlier_ = nullptr;
+    int earlierLine_ = 0;
 };
 
 }  // namespace quillet

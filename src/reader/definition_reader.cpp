@@ -40,10 +40,21 @@ std::optional<Position> DefinitionReader::firstDefinition(WordRole role, std::st
     }
 }
 
-bool DefinitionReader::read(LineReader& lines) {
-    Line line{};
-    int lineNumber = 0;
+bool DefinitionReader::read(LineReader& lines, int firstLine) {
+    int lineNumber = firstLine - 1;
     bool clean = true;
+    if (!readLines(lines, lineNumber, clean)) return false;
+    if (finish(lineNumber)) return clean;
+    const DirectiveSpec* readAs = nullptr;
+    if (observer_ == nullptr || !observer_->readsOn(refusal_, nullptr, lineNumber, readAs)) return false;
+    // Closes the last keyword and option, for the observer's checks.
+    recover();
+    finish(lineNumber);
+    return false;
+}
+
+bool DefinitionReader::readLines(LineReader& lines, int& lineNumber, bool& clean) {
+    Line line{};
     while (lines.next(line)) {
         ++lineNumber;
         if (observer_ != nullptr) observer_->lineStarts(line, lineNumber);
@@ -55,13 +66,7 @@ bool DefinitionReader::read(LineReader& lines) {
         }
         if (observer_ != nullptr) observer_->lineEnds();
     }
-    if (finish(lineNumber)) return clean;
-    const DirectiveSpec* readAs = nullptr;
-    if (observer_ == nullptr || !observer_->readsOn(refusal_, nullptr, lineNumber, readAs)) return false;
-    // Closes the last keyword and option, for the observer's checks.
-    recover();
-    finish(lineNumber);
-    return false;
+    return true;
 }
 
 bool DefinitionReader::readLine(const Line& line, int lineNumber) {

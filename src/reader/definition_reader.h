@@ -38,7 +38,13 @@ public:
     // after reporting, at the first refusal, unless the observer reads on
     // (then false once all is read). A line too long for the reader ends the
     // definition there, silently.
-    bool read(LineReader& lines);
+    bool read(LineReader& lines) { return read(lines, 1); }
+    // The same for a file's lines from `firstLine` on, numbered so.
+    bool read(LineReader& lines, int firstLine);
+    // Reads every line, numbering them on from `lineNumber`, and no more:
+    // the input goes on after them. False at the first refusal unless the
+    // observer reads on; `clean` is then false too.
+    bool readLines(LineReader& lines, int& lineNumber, bool& clean);
     // Reads every word of the line in turn; false, after reporting, at the
     // first word refused.
     bool readLine(const Line& line, int lineNumber);
@@ -59,6 +65,18 @@ public:
     // Goes on with the words of the line after a refusal and recover().
     bool readRestOfLine();
 
+    // For a part of a file, read again from `firstLine` on after `whole`
+    // read all of it: the keyword names and IDs `whole` met on the lines
+    // before are taken already.
+    void readAfter(const DefinitionReader& whole, int firstLine) {
+        keywordNames_.lookBehind(whole.keywordNames_, firstLine);
+        idNames_.lookBehind(whole.idNames_, firstLine);
+    }
+    // Whether both took the same keyword names and IDs (what they look
+    // behind at left out).
+    bool takesSameNames(const DefinitionReader& other) const {
+        return keywordNames_.sameTexts(other.keywordNames_) && idNames_.sameTexts(other.idNames_);
+    }
     // Keeps where each name and ID was first defined, for firstDefinition();
     // the linter asks, the tool does not.
     void keepFirstDefinitions();

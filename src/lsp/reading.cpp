@@ -1,0 +1,105 @@
+#include "lsp/reading.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <string>
+#include <unordered_set>
+
+namespace quillet::lsp {
+
+namespace {
+
+// The bytes a word spans from `offset`: its text, with the quotes that the
+// reader dropped from it. Most words have none, and long texts are common:
+// those are measured without a byte-by-byte walk.
+std::size_t sourceLength(std::string_view source, std::size_t offset, std::size_t size) {
+    const std::string_view plain = source.substr(offset, size);
+    if (plain.size() == size && plain.find('"') == std::string_view::npos &&
+        (offset + size == source.size() || source[offset + size] != '"'))
+        return size;
+    std::size_t at = offset;
+    for (std::size_t taken = 0; at < source.size() && (taken < size || source[at] == '"'); ++at)
+        if (source[at] != '"') ++taken;
+    return at - offset;
+}
+
+bool isIndexed(WordRole role) {
+    return role != WordRole::Text && role != WordRole::Unused && role != WordRole::Extra;
+}
+
+// From a position up to the next blank or line end, at least one byte.
+std::size_t runLength(std::string_view text, std::size_t offset) {
+    std::size_t end = offset;
+    while (end < text.size() && text[end] != ' ' && text[end] != '\t' && text[end] != '\n' && text[end] != '\r') ++end;
+    return std::max<std::size_t>(end - offset, 1);
+}
+
+}  // namespace
+
+ReaderLines::ReaderLines(std::string_view text, std::size_t lineCount, int firstLine)
+    : text_(text), firstLine_(firstLine) {
+    starts_.reserve(lineCount + 1);
+    starts_.push_back(0);
+    for (const char *at = text.data(), *end = at + text.size();
+         (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)))) != nullptr;)
+        starts_.push_back(static_cast<std::uint32_t>(++at - text.data()));
+}
+
+std::size_t ReaderLines::offset(Position position) const {
+    if (position.line < firstLine_) return 0;
+    const std::size_t line = index(position.line);
+    if (line >= starts_.size()) return text_.size();
+    return std::min(starts_[line] + static_cast<std::size_t>(std::max(position.column, 1) - 1), text_.size());
+}
+
+void WordCollector::word(const WordEvent& event) {
+    const std::size_t offset = lines_.offset(event.position);
+    const std::size_t line = lines_.index(event.position.line) + 1;
+    if (line != last_.line) settleLine();
+    last_ = {line, event.position.column, offset, event.text.size()};
+    if (event.directive == nullptr && !isIndexed(event.role)) return;
+    const std::size_t length = sourceLength(text_, offset, event.text.size());
+    const auto directive = static_cast<std::uint8_t>(event.directive ? rowIndex(*event.directive) + 1 : 0);
+    const Word word{static_cast<std::uint32_t>(offset),
+                    static_cast<std::uint16_t>(std::min<std::size_t>(length, std::numeric_limits<std::uint16_t>::max())),
+                    event.role, directive};
+    // A refused word read again as a directive is shown twice.
+    if (!words_.empty() && words_.back().offset == word.offset) words_.back() = word;
+    else words_.push_back(word);
+}
+
+void WordCollector::settleLine() {
+    if (last_.line == 0) return;
+    if (wordsEnd_.size() < last_.line) wordsEnd_.resize(last_.line);
+    const std::size_t end = static_cast<std::size_t>(last_.column - 1) + sourceLength(text_, last_.offset, last_.size);
+    wordsEnd_[last_.line - 1] = static_cast<std::uint8_t>(std::min<std::size_t>(end, 255));
+}
+
+Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset) {
+    const auto found = std::lower_bound(words.begin(), words.end(), offset,
+                                        [](const Word& word, std::size_t at) { return word.offset < at; });
+    if (found != words.end() && found->offset == offset) return {offset, found->length};
+    return {offset, runLength(text, offset)};
+}
+
+// Made in place: its uses view its text, which a move of a short string
+// would leave behind.
+std::unique_ptr<const AliasesFile> readAliases(const std::string& path, const Analysis::KeywordsByName& keywords) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return nullptr;
+    auto file = std::make_unique<AliasesFile>();
+    file->path = path;
+    file->text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    file->lines = LineIndex(file->text);
+    std::unordered_set<std::string> names;
+    for (const auto& [name, keyword] : keywords) names.emplace(name);
+    const ReaderLines lines(file->text, file->lines.lines());
+    file->problems = locate(lint::checkAliases(file->text, std::move(names), &file->uses), file->text, {},
+                            [&lines](Position position) { return lines.offset(position); });
+    return file;
+}
+
+}  // namespace quillet::lsp

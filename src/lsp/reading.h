@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "lint/diagnostic.h"
+#include "lsp/analysis.h"
+#include "model/large_block.h"
+#include "reader/read_observer.h"
+
+namespace quillet::lsp {
+
+// Where the lines start as the reader counts them: at line feeds only, so
+// that lint's line numbers find their bytes. The text may be a part of a
+// file, whose first line is the file's line `firstLine`.
+class ReaderLines {
+public:
+    // `lineCount`: at least as many lines as the text has line feeds.
+    ReaderLines(std::string_view text, std::size_t lineCount, int firstLine = 1);
+
+    std::size_t count() const { return starts_.size(); }
+    // Of the text's lines, the one the file numbers `line`.
+    std::size_t index(int line) const { return static_cast<std::size_t>(line - firstLine_); }
+    // Within the text; a position before its first line is its start.
+    std::size_t offset(Position position) const;
+
+private:
+    std::string_view text_;
+    int firstLine_;
+    // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
+    std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
+};
+
+// Collects the words the reader shows, as the linter reads them, and where
+// each line's last word ends.
+class WordCollector final : public ReadObserver {
+public:
+    WordCollector(std::string_view text, const ReaderLines& lines, WordIndex& words,
+                  std::vector<std::uint8_t>& wordsEnd)
+        : text_(text), lines_(lines), words_(words), wordsEnd_(wordsEnd) {}
+
+    void word(const WordEvent& event) override;
+    // Records where the last word of the line shown last ends.
+    void settleLine();
+
+private:
+    std::string_view text_;
+    const ReaderLines& lines_;
+    WordIndex& words_;
+    std::vector<std::uint8_t>& wordsEnd_;
+    // The line's last word so far: only its end is needed, so the words of
+    // a long text are not measured one by one.
+    struct {
+        std::size_t line = 0;  // 1 + its index in the text
+        int column = 0;
+        std::size_t offset = 0;
+        std::size_t size = 0;
+    } last_;
+};
+
+// The diagnostics with their places in `text`, whose words are `words`;
+// `offsetOf` takes a position to its byte offset there.
+template <typename OffsetOf>
+std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text, const WordIndex& words,
+                            const OffsetOf& offsetOf);
+
+// A word's place: the word there, or the bytes up to the next blank.
+Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset);
+
+template <typename OffsetOf>
+std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text, const WordIndex& words,
+                            const OffsetOf& offsetOf) {
+    std::vector<Problem> problems;
+    problems.reserve(diagnostics.size());
+    for (lint::Diagnostic& diagnostic : diagnostics) {
+        const Span span = spanAt(text, words, offsetOf(diagnostic.position));
+        Problem problem{std::move(diagnostic), span, {}, {}};
+        for (const lint::Note& note : problem.diagnostic.notes)
+            problem.notes.push_back(spanAt(text, words, offsetOf(note.position)));
+        for (const lint::Fix& fix : problem.diagnostic.fixes)
+            problem.fixes.push_back({offsetOf(fix.position), fix.length});
+        problems.push_back(std::move(problem));
+    }
+    return problems;
+}
+
+// The aliases file at `path` checked against the keywords, or null where it
+// cannot be read.
+std::unique_ptr<const AliasesFile> readAliases(const std::string& path, const Analysis::KeywordsByName& keywords);
+
+}  // namespace quillet::lsp

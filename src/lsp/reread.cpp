@@ -1,0 +1,349 @@
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <optional>
+
+#include "lsp/analysis.h"
+#include "lsp/reading.h"
+#include "reader/line_reader.h"
+
+namespace quillet::lsp {
+
+namespace {
+
+constexpr std::string_view kKeyword = "KEYWORD:";
+
+std::size_t commonPrefix(std::string_view a, std::string_view b) {
+    const std::size_t size = std::min(a.size(), b.size());
+    constexpr std::size_t kBlock = 4096;
+    std::size_t at = 0;
+    while (at + kBlock <= size && std::memcmp(a.data() + at, b.data() + at, kBlock) == 0) at += kBlock;
+    while (at < size && a[at] == b[at]) ++at;
+    return at;
+}
+
+std::size_t commonSuffix(std::string_view a, std::string_view b) {
+    const std::size_t size = std::min(a.size(), b.size());
+    constexpr std::size_t kBlock = 4096;
+    std::size_t taken = 0;
+    while (taken + kBlock <= size &&
+           std::memcmp(a.data() + a.size() - taken - kBlock, b.data() + b.size() - taken - kBlock, kBlock) == 0)
+        taken += kBlock;
+    while (taken < size && a[a.size() - taken - 1] == b[b.size() - taken - 1]) ++taken;
+    return taken;
+}
+
+std::size_t lineFeeds(std::string_view text) { return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')); }
+
+// Where the line holding `offset` starts, when only blanks stand before
+// `offset` on it.
+std::optional<std::size_t> startOfLineLedBy(std::string_view text, std::size_t offset) {
+    const std::size_t feed = text.rfind('\n', offset == 0 ? 0 : offset - 1);
+    const std::size_t start = offset == 0 || feed == std::string_view::npos ? 0 : feed + 1;
+    for (std::size_t at = start; at < offset; ++at)
+        if (text[at] != ' ' && text[at] != '\t') return std::nullopt;
+    return start;
+}
+
+bool isKeyword(const Word& word) { return word.spec() != nullptr && word.spec()->directive == Directive::KEYWORD; }
+
+// A keyword's lines in a version: from the line of its KEYWORD: word to the
+// line of the next one.
+struct Lines {
+    std::size_t start = 0;
+    std::size_t keyword = 0;
+    std::size_t end = 0;
+    std::string nextLine;
+    std::size_t nextKeyword() const { return end + nextLine.size() - kKeyword.size(); }
+};
+
+// The keyword of a whole reading whose lines hold `offset`, when its
+// KEYWORD: word and the next one are written as such, each first on its
+// line.
+std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset) {
+    const std::string_view text = analysis.snapshot->text;
+    const WordIndex& words = analysis.words;
+    auto at = std::upper_bound(words.begin(), words.end(), offset,
+                               [](std::size_t place, const Word& word) { return place < word.offset; });
+    while (at != words.begin() && !isKeyword(*std::prev(at))) --at;
+    if (at == words.begin()) return std::nullopt;
+    const Word& keyword = *std::prev(at);
+    const auto written = [&](const Word& word) { return analysis.source(word) == kKeyword; };
+    const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
+    if (!written(keyword) || !start) return std::nullopt;
+    Lines lines{*start, keyword.offset, text.size(), {}};
+    const auto next = std::find_if(at, words.end(), isKeyword);
+    if (next == words.end()) return lines;
+    const std::optional<std::size_t> nextStart = startOfLineLedBy(text, next->offset);
+    if (!written(*next) || !nextStart) return std::nullopt;
+    lines.end = *nextStart;
+    lines.nextLine = std::string(text.substr(*nextStart, next->offset + kKeyword.size() - *nextStart));
+    return lines;
+}
+
+// One keyword read alone: its lines and the next keyword's KEYWORD:.
+struct PartReading {
+    std::shared_ptr<lint::DefinitionLinter> linter = std::make_shared<lint::DefinitionLinter>(
+        std::numeric_limits<std::size_t>::max());
+    std::string text;
+    WordIndex words;  // offsets within `text`
+    std::vector<std::uint8_t> wordsEnd;
+    std::vector<lint::Diagnostic> diagnostics;
+};
+
+PartReading readPart(std::string_view lines, const std::string& nextLine, const lint::DefinitionLinter& whole,
+                     int firstLine) {
+    PartReading part;
+    part.text.reserve(lines.size() + nextLine.size());
+    part.text.append(lines).append(nextLine);
+    const ReaderLines readerLines(part.text, lineFeeds(part.text), firstLine);
+    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd);
+    part.linter->forward(&collector);
+    LineReader reader(part.text);
+    part.linter->readPart(reader, whole, firstLine, nextLine.empty());
+    part.linter->forward(nullptr);
+    collector.settleLine();
+    part.diagnostics = part.linter->takeDiagnostics();
+    return part;
+}
+
+// Whether the part's directives leave the rest of the file as it was: it
+// starts with its KEYWORD: word at `keyword`, has no other but the next
+// keyword's, defines no lookup table and gives no once-per-file directive.
+bool keepsToItself(const PartReading& part, std::size_t keyword, bool toEnd) {
+    const auto written = [&part](const Word& word) {
+        return isKeyword(word) && std::string_view(part.text).substr(word.offset, word.length) == kKeyword;
+    };
+    if (part.words.empty() || !written(part.words.front()) || part.words.front().offset != keyword ||
+        part.linter->definitions().keywords.empty())
+        return false;
+    std::size_t keywords = 0;
+    for (const Word& word : part.words) {
+        const DirectiveSpec* spec = word.spec();
+        if (spec == nullptr) continue;
+        if (spec->directive == Directive::LOOKUP || spec->secondUseRefusal != nullptr) return false;
+        if (spec->directive == Directive::KEYWORD) ++keywords;
+    }
+    const bool endsWithNext = toEnd || (written(part.words.back()) &&
+                                        part.words.back().offset + kKeyword.size() == part.text.size());
+    return endsWithNext && keywords == (toEnd ? 1U : 2U);
+}
+
+bool sameDiagnostic(const lint::Diagnostic& a, const lint::Diagnostic& b) {
+    const auto samePosition = [](Position x, Position y) { return x.line == y.line && x.column == y.column; };
+    if (a.severity != b.severity || a.rule != b.rule || !samePosition(a.position, b.position) ||
+        a.message != b.message || a.notes.size() != b.notes.size() || a.fixes.size() != b.fixes.size())
+        return false;
+    for (std::size_t i = 0; i < a.notes.size(); ++i)
+        if (!samePosition(a.notes[i].position, b.notes[i].position) || a.notes[i].message != b.notes[i].message)
+            return false;
+    for (std::size_t i = 0; i < a.fixes.size(); ++i)
+        if (!samePosition(a.fixes[i].position, b.fixes[i].position) || a.fixes[i].length != b.fixes[i].length ||
+            a.fixes[i].replacement != b.fixes[i].replacement)
+            return false;
+    return true;
+}
+
+// The problems placed after the keyword's KEYWORD: word up to the next
+// one's, which the keyword's reading gives.
+std::pair<std::size_t, std::size_t> problemsOf(const std::vector<Problem>& problems, const Lines& lines) {
+    const auto after = [&problems](std::size_t offset) {
+        return static_cast<std::size_t>(
+            std::upper_bound(problems.begin(), problems.end(), offset,
+                             [](std::size_t at, const Problem& problem) { return at < problem.span.offset; }) -
+            problems.begin());
+    };
+    return {after(lines.keyword), lines.nextLine.empty() ? problems.size() : after(lines.nextKeyword())};
+}
+
+// Whether reading the keyword alone gives back what the whole reading found
+// on its lines: the test that nothing else the file holds bears on them.
+bool readsAsWhole(const PartReading& part, const std::vector<Problem>& problems, const Lines& lines) {
+    const auto [first, last] = problemsOf(problems, lines);
+    if (last - first != part.diagnostics.size()) return false;
+    for (std::size_t i = first; i < last; ++i)
+        if (!sameDiagnostic(problems[i].diagnostic, part.diagnostics[i - first])) return false;
+    return true;
+}
+
+// Whether a problem elsewhere points into the keyword's lines, which the
+// edit may have moved.
+bool pointedInto(const std::vector<Problem>& problems, std::pair<std::size_t, std::size_t> own, const Lines& lines) {
+    const auto inside = [&lines](const Span& span) { return span.offset >= lines.start && span.offset < lines.end; };
+    for (std::size_t i = 0; i < problems.size(); ++i) {
+        if (i == own.first) i = own.second;
+        if (i == problems.size()) break;
+        if (std::any_of(problems[i].notes.begin(), problems[i].notes.end(), inside) ||
+            std::any_of(problems[i].fixes.begin(), problems[i].fixes.end(), inside))
+            return true;
+    }
+    return false;
+}
+
+// Moves a problem after the keyword by the edit's bytes and lines, and its
+// notes and fixes after it with it.
+void shift(Problem& problem, std::size_t from, std::ptrdiff_t bytes, int lines) {
+    const auto move = [&](Span& span, Position& position) {
+        if (span.offset < from) return;
+        span.offset = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(span.offset) + bytes);
+        position.line += lines;
+    };
+    move(problem.span, problem.diagnostic.position);
+    for (std::size_t i = 0; i < problem.notes.size(); ++i) move(problem.notes[i], problem.diagnostic.notes[i].position);
+    for (std::size_t i = 0; i < problem.fixes.size(); ++i) move(problem.fixes[i], problem.diagnostic.fixes[i].position);
+}
+
+// The byte where the file's line `line` starts.
+std::size_t startOfLine(std::string_view text, int line) {
+    std::size_t at = 0;
+    for (int feeds = 1; feeds < line; ++feeds) {
+        const std::size_t feed = text.find('\n', at);
+        if (feed == std::string_view::npos) return text.size();
+        at = feed + 1;
+    }
+    return at;
+}
+
+}  // namespace
+
+std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
+                                          std::uint64_t generation, const std::string& aliasesPath) {
+    const std::string_view before = previous.snapshot->text;
+    const std::string_view now = snapshot->text;
+    const std::size_t editStart = commonPrefix(before, now);
+    if (editStart == before.size() && editStart == now.size()) return nullptr;
+    const std::size_t editEnd = before.size() - commonSuffix(before.substr(editStart), now.substr(editStart));
+    const lint::DefinitionLinter& whole = *previous.linter;
+    // The problems the whole reading stops at, or that the whole file's
+    // carriage returns make, are the whole reading's to give.
+    if (std::any_of(previous.problems.begin(), previous.problems.end(), [](const Problem& problem) {
+            return problem.diagnostic.rule == lint::RuleId::LongLine;
+        }))
+        return nullptr;
+
+    Lines lines;
+    int firstLine = 0;
+    std::shared_ptr<const lint::DefinitionLinter> wholePart;
+    if (previous.reread) {
+        const Reread& reread = *previous.reread;
+        lines = {reread.start, reread.keyword, reread.start + reread.length, reread.nextLine};
+        firstLine = reread.firstLine;
+        wholePart = reread.before;
+    } else {
+        std::optional<Lines> found = keywordAround(previous, editStart);
+        if (!found) return nullptr;
+        lines = std::move(*found);
+        firstLine = static_cast<int>(lineFeeds(before.substr(0, lines.start))) + 1;
+    }
+    if (editStart < lines.keyword + kKeyword.size() || editEnd > lines.end) return nullptr;
+    const bool toEnd = lines.nextLine.empty();
+    const std::string_view partBefore = before.substr(lines.start, lines.end - lines.start);
+    const std::string_view partNow = now.substr(lines.start, partBefore.size() + now.size() - before.size());
+    if ((!toEnd && (partNow.empty() || partNow.back() != '\n')) || partNow.find('\r') != std::string_view::npos ||
+        partBefore.find('\r') != std::string_view::npos)
+        return nullptr;
+    const std::size_t keywordInPart = lines.keyword - lines.start;
+    const auto own = problemsOf(previous.problems, lines);
+    if (pointedInto(previous.problems, own, lines)) return nullptr;
+    if (wholePart == nullptr) {
+        PartReading asWhole = readPart(partBefore, lines.nextLine, whole, firstLine);
+        if (!keepsToItself(asWhole, keywordInPart, toEnd) || !readsAsWhole(asWhole, previous.problems, lines))
+            return nullptr;
+        wholePart = std::move(asWhole.linter);
+    }
+    PartReading part = readPart(partNow, lines.nextLine, whole, firstLine);
+    if (!keepsToItself(part, keywordInPart, toEnd) || !part.linter->takesSameNames(*wholePart) ||
+        part.linter->usedTables() != wholePart->usedTables())
+        return nullptr;
+    for (const auto& [index, name] : part.linter->tablesNamedEarly())
+        if (whole.definitions().findLookupTable(name) != nullptr) return nullptr;
+    if (std::any_of(part.diagnostics.begin(), part.diagnostics.end(), [](const lint::Diagnostic& diagnostic) {
+            return diagnostic.rule == lint::RuleId::LongLine;
+        }))
+        return nullptr;
+
+    auto analysis = std::make_shared<Analysis>();
+    analysis->snapshot = std::move(snapshot);
+    analysis->generation = generation;
+    analysis->linter = previous.linter;
+    const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(now.size()) - static_cast<std::ptrdiff_t>(before.size());
+    const std::size_t partLines = lineFeeds(partNow) + (toEnd ? 1 : 0);
+    const std::size_t linesBefore = lineFeeds(partBefore) + (toEnd ? 1 : 0);
+    const int lineShift = static_cast<int>(partLines) - static_cast<int>(linesBefore);
+
+    // Words: the part's in place of the keyword's, its KEYWORD: words
+    // (the first and the next keyword's) kept from the whole reading.
+    const WordIndex& words = previous.words;
+    const auto wordAfter = [&words](std::size_t offset) {
+        return static_cast<std::size_t>(std::upper_bound(words.begin(), words.end(), offset,
+                                                         [](std::size_t at, const Word& word) {
+                                                             return at < word.offset;
+                                                         }) -
+                                        words.begin());
+    };
+    const std::size_t firstWord = wordAfter(lines.keyword);
+    const std::size_t lastWord = toEnd ? words.size() : wordAfter(lines.nextKeyword()) - 1;
+    const std::size_t partWords = part.words.size() - (toEnd ? 1 : 2);
+    analysis->words.reserve(words.size() - (lastWord - firstWord) + partWords);
+    analysis->words.insert(analysis->words.end(), words.begin(), words.begin() + static_cast<std::ptrdiff_t>(firstWord));
+    for (std::size_t i = 1; i <= partWords; ++i) {
+        Word word = part.words[i];
+        word.offset += static_cast<std::uint32_t>(lines.start);
+        analysis->words.push_back(word);
+    }
+    for (std::size_t i = lastWord; i < words.size(); ++i) {
+        Word word = words[i];
+        word.offset = static_cast<std::uint32_t>(static_cast<std::ptrdiff_t>(word.offset) + bytes);
+        analysis->words.push_back(word);
+    }
+    const std::ptrdiff_t wordShift =
+        static_cast<std::ptrdiff_t>(partWords) - static_cast<std::ptrdiff_t>(lastWord - firstWord);
+    for (const auto& [name, index] : previous.tables)
+        analysis->tables.emplace(name, index < firstWord ? index
+                                                         : static_cast<std::uint32_t>(index + wordShift));
+
+    const auto lineIndex = static_cast<std::size_t>(firstLine - 1);
+    analysis->wordsEnd.assign(previous.wordsEnd.begin(),
+                              previous.wordsEnd.begin() + static_cast<std::ptrdiff_t>(lineIndex));
+    part.wordsEnd.resize(partLines);
+    analysis->wordsEnd.insert(analysis->wordsEnd.end(), part.wordsEnd.begin(), part.wordsEnd.end());
+    if (lineIndex + linesBefore < previous.wordsEnd.size())
+        analysis->wordsEnd.insert(analysis->wordsEnd.end(),
+                                  previous.wordsEnd.begin() + static_cast<std::ptrdiff_t>(lineIndex + linesBefore),
+                                  previous.wordsEnd.end());
+
+    // Problems: the part's in place of those on the keyword's lines.
+    const ReaderLines partReaderLines(part.text, lineFeeds(part.text), firstLine);
+    std::vector<Problem> found =
+        locate(std::move(part.diagnostics), now, analysis->words, [&](Position position) {
+            if (position.line >= firstLine) return lines.start + partReaderLines.offset(position);
+            return std::min(startOfLine(now, position.line) + static_cast<std::size_t>(std::max(position.column, 1) - 1),
+                            now.size());
+        });
+    analysis->problems.reserve(previous.problems.size() - (own.second - own.first) + found.size());
+    analysis->problems.insert(analysis->problems.end(), previous.problems.begin(),
+                              previous.problems.begin() + static_cast<std::ptrdiff_t>(own.first));
+    std::move(found.begin(), found.end(), std::back_inserter(analysis->problems));
+    for (std::size_t i = own.second; i < previous.problems.size(); ++i) {
+        Problem problem = previous.problems[i];
+        shift(problem, lines.end, bytes, lineShift);
+        analysis->problems.push_back(std::move(problem));
+    }
+
+    // The keyword's record, found by its name as the whole reading's was.
+    analysis->keywords = previous.keywords;
+    const KeywordDef* keyword = part.linter->definitions().keywords.front();
+    const auto named = analysis->keywords.find(keyword->name.view());
+    if (named != analysis->keywords.end() && named->second->lineNumber == firstLine) {
+        analysis->keywords.erase(named);
+        analysis->keywords.emplace(keyword->name.view(), keyword);
+    }
+
+    analysis->reread = std::make_shared<const Reread>(Reread{lines.start, lines.keyword, firstLine, partNow.size(),
+                                                             std::move(lines.nextLine), std::move(wholePart),
+                                                             std::move(part.linter)});
+    if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
+    return analysis;
+}
+
+}  // namespace quillet::lsp
