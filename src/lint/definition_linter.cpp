@@ -94,6 +94,8 @@ void DefinitionLinter::readPart(LineReader& lines, const DefinitionLinter& whole
         for (std::size_t i = 0; i < table->size(); ++i)
             definitions_.addLookupEntry(copy, definitions_.keep(table->ids[i]), definitions_.keep(table->names[i]),
                                         table->values[i]);
+        copy.minValue = table->minValue;
+        copy.maxValue = table->maxValue;
     }
     if (toEnd) {
         reader_->read(lines, firstLine);

@@ -59,7 +59,7 @@ struct Lines {
 
 // The keyword of a whole reading whose lines hold `offset`, when its
 // KEYWORD: word and the next one are written as such, each first on its
-// line.
+// line, and a keyword comes before it.
 std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset) {
     const std::string_view text = analysis.snapshot->text;
     const WordIndex& words = analysis.words;
@@ -68,6 +68,8 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
     while (at != words.begin() && !isKeyword(*std::prev(at))) --at;
     if (at == words.begin()) return std::nullopt;
     const Word& keyword = *std::prev(at);
+    // The first keyword takes over an option opened before any keyword.
+    if (std::none_of(words.begin(), std::prev(at), isKeyword)) return std::nullopt;
     const auto written = [&](const Word& word) { return analysis.source(word) == kKeyword; };
     const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
     if (!written(keyword) || !start) return std::nullopt;
@@ -262,14 +264,22 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         }))
         return nullptr;
 
-    auto analysis = std::make_shared<Analysis>();
-    analysis->snapshot = std::move(snapshot);
-    analysis->generation = generation;
-    analysis->linter = previous.linter;
     const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(now.size()) - static_cast<std::ptrdiff_t>(before.size());
     const std::size_t partLines = lineFeeds(partNow) + (toEnd ? 1 : 0);
     const std::size_t linesBefore = lineFeeds(partBefore) + (toEnd ? 1 : 0);
     const int lineShift = static_cast<int>(partLines) - static_cast<int>(linesBefore);
+    // Errors name lines in their messages: those after the keyword stay
+    // right only where the edit added or removed no line.
+    if (lineShift != 0 && std::any_of(previous.problems.begin() + static_cast<std::ptrdiff_t>(own.second),
+                                      previous.problems.end(), [](const Problem& problem) {
+                                          return problem.diagnostic.severity == lint::Severity::Error;
+                                      }))
+        return nullptr;
+
+    auto analysis = std::make_shared<Analysis>();
+    analysis->snapshot = std::move(snapshot);
+    analysis->generation = generation;
+    analysis->linter = previous.linter;
 
     // Words: the part's in place of the keyword's, its KEYWORD: words
     // (the first and the next keyword's) kept from the whole reading.
