@@ -69,6 +69,7 @@ class Client:
         self.process = subprocess.Popen([binary], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.messages = queue.Queue()
         self.answered = set()  # ids of the answers read so far
+        self.published = {}  # document version: when its diagnostics came, read while waiting for something else
         self.next_id = 0
         threading.Thread(target=self._read, daemon=True).start()
 
@@ -101,6 +102,8 @@ class Client:
             at, message = self.messages.get(timeout=120)
             if "id" in message and "method" not in message:
                 self.answered.add(message["id"])
+            if message.get("method") == "textDocument/publishDiagnostics":
+                self.published[message["params"].get("version")] = at
             if test(message):
                 return at, message
 
@@ -111,8 +114,10 @@ class Client:
         return at - start, message.get("result")
 
     def diagnostics(self, version):
-        return self.wait(lambda m: m.get("method") == "textDocument/publishDiagnostics"
-                         and m["params"].get("version") == version)[0]
+        if version not in self.published:
+            self.wait(lambda m: m.get("method") == "textDocument/publishDiagnostics"
+                      and m["params"].get("version") == version)
+        return self.published[version]
 
     def memory(self):
         fields = {}
