@@ -84,11 +84,12 @@ void DefinitionLinter::endReading(const LineReader& lines) {
     line_ = {};
 }
 
-void DefinitionLinter::readPart(LineReader& lines, const DefinitionLinter& whole, int firstLine, bool toEnd) {
+void DefinitionLinter::readPart(LineReader& lines, const TakenNames& earlier, const DefinitionSet& tables,
+                                int firstLine, bool toEnd) {
     startReading();
-    reader_->readAfter(*whole.reader_, firstLine);
-    for (const auto& [name, table] : whole.definitions_.lookupTables) {
-        const std::optional<Position> place = whole.definedAt(name);
+    reader_->readAfter(earlier.keywordNames, earlier.ids, firstLine);
+    for (const auto& [name, table] : tables.lookupTables) {
+        const std::optional<Position> place = earlier.ids.placeOf(name);
         if (!place || place->line >= firstLine) continue;
         LookupTableDef& copy = *definitions_.newLookupTable(definitions_.keep(name));
         for (std::size_t i = 0; i < table->size(); ++i)

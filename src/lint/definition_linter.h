@@ -21,21 +21,33 @@ namespace quillet::lint {
 // the tool would raise there, recovering after each, and the warnings for
 // what the tool lets through. Errors come in reading order, each at the word
 // the tool was reading when it refused; the first is the tool's own.
+// The keyword names and the IDs of a file, where each was first given.
+struct TakenNames {
+    TextRegistry keywordNames;
+    TextRegistry ids;
+};
+
 class DefinitionLinter final : private ReadObserver {
 public:
     // Errors after the first `maxErrors` are counted, not kept.
     explicit DefinitionLinter(std::size_t maxErrors);
 
     void read(LineReader& lines);
-    // Reads one part of a file again, its lines from `firstLine` on, after
-    // `whole` read all of it: the part sees the names and the lookup tables
-    // of the lines before it, as a reading of the whole file would. With
+    // Reads one part of a file again, its lines from `firstLine` on: the
+    // part sees the names `earlier` registered on the lines before it, and
+    // the lookup tables of `tables` defined there (their names are among
+    // those IDs), as a reading of the whole file would. With
     // `toEnd` the part ends the file; otherwise the input goes on after it.
     // The checks of the whole file (the tables left unused, the count of
     // carriage returns) are left to the whole file's reading.
-    void readPart(LineReader& lines, const DefinitionLinter& whole, int firstLine, bool toEnd);
+    void readPart(LineReader& lines, const TakenNames& earlier, const DefinitionSet& tables, int firstLine,
+                  bool toEnd);
+    // The names a reading took, once it is done: a part of the file read
+    // again later looks behind at them.
+    TakenNames takeNames() { return {reader_->takeKeywordNames(), reader_->takeIds()}; }
     // What a part changes for the rest of its file: the names it takes, the
     // tables it uses, the tables it names before they are defined.
+    const DefinitionReader& reader() const { return *reader_; }
     bool takesSameNames(const DefinitionLinter& other) const { return reader_->takesSameNames(*other.reader_); }
     const std::unordered_set<std::string_view>& usedTables() const { return usedTables_; }
     const std::vector<std::pair<std::size_t, std::string>>& tablesNamedEarly() const { return unknownTables_; }

@@ -81,6 +81,7 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     analysis->wordsEnd.resize(linesRead);
     for (const KeywordDef* keyword : linter->definitions().keywords)
         analysis->keywords.emplace(keyword->name.view(), keyword);
+    analysis->names = std::make_shared<const lint::TakenNames>(linter->takeNames());
     analysis->linter = std::move(linter);
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;

@@ -56,23 +56,6 @@ struct AliasesFile {
     std::vector<Problem> problems;
 };
 
-// One keyword's lines read again alone, over the reading of the whole
-// file that an earlier version had: an edit within a keyword leaves the
-// rest of the file as it was read.
-struct Reread {
-    std::size_t start = 0;    // of the keyword's first line, in every version since the whole reading
-    std::size_t keyword = 0;  // of its KEYWORD: word
-    int firstLine = 0;
-    std::size_t length = 0;  // its bytes in this version
-    // The next keyword's line up to its KEYWORD: word, which ends the
-    // keyword's reading; empty for the file's last keyword.
-    std::string nextLine;
-    // The keyword as the whole file's reading had it, read alone.
-    std::shared_ptr<const lint::DefinitionLinter> before;
-    // The keyword now, read alone: owns its records.
-    std::shared_ptr<const lint::DefinitionLinter> now;
-};
-
 // Everything the requests answer from: one complete lint run over one
 // snapshot of a document, its words and its model.
 struct Analysis {
@@ -80,10 +63,13 @@ struct Analysis {
 
     std::shared_ptr<const Snapshot> snapshot;
     std::uint64_t generation = 0;
-    // The reading of the whole file, this version's or, with `reread`, an
-    // earlier one's: owns the model.
+    // The reading of the whole file, this version's or an earlier one's:
+    // owns the model and its lookup tables.
     std::shared_ptr<const lint::DefinitionLinter> linter;
-    std::shared_ptr<const Reread> reread;
+    // The keywords read again alone since (see reanalyse): own their records.
+    std::vector<std::shared_ptr<const lint::DefinitionLinter>> parts;
+    // This version's keyword names and IDs, where each is first given.
+    std::shared_ptr<const lint::TakenNames> names;
     WordIndex words;
     // By line as the reader counts them: the byte column after the line's
     // last word, where a comment can start. One entry per line read.

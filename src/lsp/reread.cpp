@@ -93,8 +93,7 @@ struct PartReading {
     std::vector<lint::Diagnostic> diagnostics;
 };
 
-PartReading readPart(std::string_view lines, const std::string& nextLine, const lint::DefinitionLinter& whole,
-                     int firstLine) {
+PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine) {
     PartReading part;
     part.text.reserve(lines.size() + nextLine.size());
     part.text.append(lines).append(nextLine);
@@ -102,7 +101,7 @@ PartReading readPart(std::string_view lines, const std::string& nextLine, const 
     WordCollector collector(part.text, readerLines, part.words, part.wordsEnd);
     part.linter->forward(&collector);
     LineReader reader(part.text);
-    part.linter->readPart(reader, whole, firstLine, nextLine.empty());
+    part.linter->readPart(reader, *earlier.names, earlier.definitions(), firstLine, nextLine.empty());
     part.linter->forward(nullptr);
     collector.settleLine();
     part.diagnostics = part.linter->takeDiagnostics();
@@ -215,55 +214,51 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     const std::size_t editStart = commonPrefix(before, now);
     if (editStart == before.size() && editStart == now.size()) return nullptr;
     const std::size_t editEnd = before.size() - commonSuffix(before.substr(editStart), now.substr(editStart));
-    const lint::DefinitionLinter& whole = *previous.linter;
-    // The problems the whole reading stops at, or that the whole file's
-    // carriage returns make, are the whole reading's to give.
+    // A line too long ends the reading there: the rest is the whole
+    // reading's to give.
     if (std::any_of(previous.problems.begin(), previous.problems.end(), [](const Problem& problem) {
             return problem.diagnostic.rule == lint::RuleId::LongLine;
         }))
         return nullptr;
 
-    Lines lines;
-    int firstLine = 0;
-    std::shared_ptr<const lint::DefinitionLinter> wholePart;
-    if (previous.reread) {
-        const Reread& reread = *previous.reread;
-        lines = {reread.start, reread.keyword, reread.start + reread.length, reread.nextLine};
-        firstLine = reread.firstLine;
-        wholePart = reread.before;
-    } else {
-        std::optional<Lines> found = keywordAround(previous, editStart);
-        if (!found) return nullptr;
-        lines = std::move(*found);
-        firstLine = static_cast<int>(lineFeeds(before.substr(0, lines.start))) + 1;
-    }
+    std::optional<Lines> around = keywordAround(previous, editStart);
+    if (!around) return nullptr;
+    Lines lines = std::move(*around);
     if (editStart < lines.keyword + kKeyword.size() || editEnd > lines.end) return nullptr;
+    const int firstLine = static_cast<int>(lineFeeds(before.substr(0, lines.start))) + 1;
     const bool toEnd = lines.nextLine.empty();
     const std::string_view partBefore = before.substr(lines.start, lines.end - lines.start);
     const std::string_view partNow = now.substr(lines.start, partBefore.size() + now.size() - before.size());
+    // Carriage returns are counted over the whole file.
     if ((!toEnd && (partNow.empty() || partNow.back() != '\n')) || partNow.find('\r') != std::string_view::npos ||
         partBefore.find('\r') != std::string_view::npos)
         return nullptr;
     const std::size_t keywordInPart = lines.keyword - lines.start;
     const auto own = problemsOf(previous.problems, lines);
     if (pointedInto(previous.problems, own, lines)) return nullptr;
-    if (wholePart == nullptr) {
-        PartReading asWhole = readPart(partBefore, lines.nextLine, whole, firstLine);
-        if (!keepsToItself(asWhole, keywordInPart, toEnd) || !readsAsWhole(asWhole, previous.problems, lines))
-            return nullptr;
-        wholePart = std::move(asWhole.linter);
-    }
-    PartReading part = readPart(partNow, lines.nextLine, whole, firstLine);
-    if (!keepsToItself(part, keywordInPart, toEnd) || !part.linter->takesSameNames(*wholePart) ||
-        part.linter->usedTables() != wholePart->usedTables())
+
+    // The keyword as it was, read alone, must give what the whole reading
+    // found on its lines; as it is now, it must take the names and use the
+    // tables it took and used.
+    PartReading was = readPart(partBefore, lines.nextLine, previous, firstLine);
+    if (!keepsToItself(was, keywordInPart, toEnd) || !readsAsWhole(was, previous.problems, lines)) return nullptr;
+    PartReading part = readPart(partNow, lines.nextLine, previous, firstLine);
+    if (!keepsToItself(part, keywordInPart, toEnd) || !part.linter->takesSameNames(*was.linter) ||
+        part.linter->usedTables() != was.linter->usedTables())
         return nullptr;
     for (const auto& [index, name] : part.linter->tablesNamedEarly())
-        if (whole.definitions().findLookupTable(name) != nullptr) return nullptr;
+        if (previous.definitions().findLookupTable(name) != nullptr) return nullptr;
     if (std::any_of(part.diagnostics.begin(), part.diagnostics.end(), [](const lint::Diagnostic& diagnostic) {
             return diagnostic.rule == lint::RuleId::LongLine;
         }))
         return nullptr;
-
+    // The keyword's record is found by the name it took. The empty name
+    // stands for the first keyword that took none, or took it.
+    const std::string_view name = was.linter->definitions().keywords.front()->name.view();
+    const auto named = previous.keywords.find(name);
+    if (was.linter->reader().keywordNames().size() != 1 || name.empty() || named == previous.keywords.end())
+        return nullptr;
+    const KeywordDef* replaced = named->second;
     const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(now.size()) - static_cast<std::ptrdiff_t>(before.size());
     const std::size_t partLines = lineFeeds(partNow) + (toEnd ? 1 : 0);
     const std::size_t linesBefore = lineFeeds(partBefore) + (toEnd ? 1 : 0);
@@ -340,18 +335,19 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         analysis->problems.push_back(std::move(problem));
     }
 
-    // The keyword's record, found by its name as the whole reading's was.
+    // The keyword's record, and the places of the names.
+    const DefinitionReader& taken = part.linter->reader();
+    const int lastLine = firstLine + static_cast<int>(linesBefore) - 1;
+    analysis->names = std::make_shared<const lint::TakenNames>(
+        lint::TakenNames{TextRegistry(previous.names->keywordNames, lastLine, lineShift, taken.keywordNames()),
+                         TextRegistry(previous.names->ids, lastLine, lineShift, taken.ids())});
     analysis->keywords = previous.keywords;
     const KeywordDef* keyword = part.linter->definitions().keywords.front();
-    const auto named = analysis->keywords.find(keyword->name.view());
-    if (named != analysis->keywords.end() && named->second->lineNumber == firstLine) {
-        analysis->keywords.erase(named);
-        analysis->keywords.emplace(keyword->name.view(), keyword);
-    }
-
-    analysis->reread = std::make_shared<const Reread>(Reread{lines.start, lines.keyword, firstLine, partNow.size(),
-                                                             std::move(lines.nextLine), std::move(wholePart),
-                                                             std::move(part.linter)});
+    analysis->keywords.erase(name);
+    analysis->keywords.emplace(keyword->name.view(), keyword);
+    for (const auto& kept : previous.parts)
+        if (kept->definitions().keywords.front() != replaced) analysis->parts.push_back(kept);
+    analysis->parts.push_back(std::move(part.linter));
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;
 }

@@ -34,6 +34,40 @@ std::size_t TextRegistry::probe(std::string_view text, std::uint32_t hash) const
     }
 }
 
+TextRegistry& TextRegistry::operator=(TextRegistry&& other) noexcept {
+    hashes_ = std::move(other.hashes_);
+    texts_ = std::move(other.texts_);
+    places_ = std::move(other.places_);
+    keepsPlaces_ = other.keepsPlaces_;
+    slots_ = std::exchange(other.slots_, 0);
+    size_ = std::exchange(other.size_, 0);
+    earlier_ = std::exchange(other.earlier_, nullptr);
+    earlierLine_ = other.earlierLine_;
+    return *this;
+}
+
+TextRegistry::TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& part)
+    : hashes_(from.slots_ * sizeof(std::uint32_t)),
+      texts_(from.slots_ * sizeof(Text)),
+      places_(from.slots_ * sizeof(Position)),
+      keepsPlaces_(true),
+      slots_(from.slots_),
+      size_(from.size_) {
+    if (slots_ == 0) return;
+    std::memcpy(hashes(), from.hashes(), slots_ * sizeof(std::uint32_t));
+    std::memcpy(texts_.data(), from.texts_.data(), slots_ * sizeof(Text));
+    if (from.keepsPlaces_) std::memcpy(places(), from.places(), slots_ * sizeof(Position));
+    else std::fill_n(places(), slots_, Position{});
+    Position* const moved = places();
+    for (std::size_t index = 0; index < slots_; ++index)
+        if (moved[index].line > after) moved[index].line += lines;
+    for (std::size_t index = 0; index < part.slots_; ++index) {
+        if (part.hashes()[index] == 0) continue;
+        const std::size_t here = probe(part.texts()[index].view(), part.hashes()[index]);
+        if (hashes()[here] != 0) moved[here] = part.places()[index];
+    }
+}
+
 bool TextRegistry::ownContains(std::string_view text) const {
     if (slots_ == 0) return false;
     return hashes()[probe(text, hashOf(text))] != 0;

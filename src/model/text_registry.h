@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "model/large_block.h"
 #include "model/reporter.h"
@@ -21,6 +22,12 @@ public:
     TextRegistry() = default;
     TextRegistry(const TextRegistry&) = delete;
     TextRegistry& operator=(const TextRegistry&) = delete;
+    TextRegistry(TextRegistry&& other) noexcept { *this = std::move(other); }
+    TextRegistry& operator=(TextRegistry&& other) noexcept;
+    // A copy of `from`, with places kept, for the file after one part of it
+    // was read again as `part`: the places after line `after` move by
+    // `lines`, and the texts the part took itself are at its places.
+    TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& part);
 
     // Registers `text`, which must outlive the registry, given at `place`;
     // false, registering nothing, when an equal text is there already.

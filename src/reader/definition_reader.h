@@ -65,13 +65,19 @@ public:
     // Goes on with the words of the line after a refusal and recover().
     bool readRestOfLine();
 
-    // For a part of a file, read again from `firstLine` on after `whole`
-    // read all of it: the keyword names and IDs `whole` met on the lines
-    // before are taken already.
-    void readAfter(const DefinitionReader& whole, int firstLine) {
-        keywordNames_.lookBehind(whole.keywordNames_, firstLine);
-        idNames_.lookBehind(whole.idNames_, firstLine);
+    // For a part of a file read again from `firstLine` on: the keyword names
+    // and IDs registered (with places) on the lines before are taken already.
+    void readAfter(const TextRegistry& keywordNames, const TextRegistry& ids, int firstLine) {
+        keywordNames_.lookBehind(keywordNames, firstLine);
+        idNames_.lookBehind(ids, firstLine);
     }
+    // The keyword names and the IDs this reader took itself, where each was
+    // first given.
+    const TextRegistry& keywordNames() const { return keywordNames_; }
+    const TextRegistry& ids() const { return idNames_; }
+    // Gives them up, once reading is done.
+    TextRegistry takeKeywordNames() { return std::move(keywordNames_); }
+    TextRegistry takeIds() { return std::move(idNames_); }
     // Whether both took the same keyword names and IDs (what they look
     // behind at left out).
     bool takesSameNames(const DefinitionReader& other) const {

@@ -46,6 +46,20 @@ void expectSame(const Analysis& reread, const Analysis& whole, const std::string
         EXPECT_EQ(a.diagnostic.rule, b.diagnostic.rule);
         EXPECT_EQ(a.diagnostic.severity, b.diagnostic.severity);
     }
+    // Where each name was first given, for the next edit's reading.
+    for (const Word& word : whole.words) {
+        if (word.directive != 0) continue;
+        const bool keywordName = word.role == WordRole::KeywordName;
+        if (!keywordName && word.role != WordRole::KeywordId && word.role != WordRole::OptionId &&
+            word.role != WordRole::TableName && word.role != WordRole::EntryId)
+            continue;
+        const auto placeIn = [&](const Analysis& analysis) {
+            const TextRegistry& names = keywordName ? analysis.names->keywordNames : analysis.names->ids;
+            const std::optional<Position> place = names.placeOf(whole.text(word));
+            return place ? std::to_string(place->line) + ":" + std::to_string(place->column) : "none";
+        };
+        ASSERT_EQ(placeIn(reread), placeIn(whole)) << whole.text(word) << "\n" << text;
+    }
     ASSERT_EQ(reread.keywords.size(), whole.keywords.size()) << text;
     for (const auto& [name, keyword] : whole.keywords) {
         const auto found = reread.keywords.find(name);
