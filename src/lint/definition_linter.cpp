@@ -88,16 +88,7 @@ void DefinitionLinter::readPart(LineReader& lines, const TakenNames& earlier, co
                                 int firstLine, bool toEnd) {
     startReading();
     reader_->readAfter(earlier.keywordNames, earlier.ids, firstLine);
-    for (const auto& [name, table] : tables.lookupTables) {
-        const std::optional<Position> place = earlier.ids.placeOf(name);
-        if (!place || place->line >= firstLine) continue;
-        LookupTableDef& copy = *definitions_.newLookupTable(definitions_.keep(name));
-        for (std::size_t i = 0; i < table->size(); ++i)
-            definitions_.addLookupEntry(copy, definitions_.keep(table->ids[i]), definitions_.keep(table->names[i]),
-                                        table->values[i]);
-        copy.minValue = table->minValue;
-        copy.maxValue = table->maxValue;
-    }
+    definitions_.lookBehind(tables, earlier.ids, firstLine);
     if (toEnd) {
         reader_->read(lines, firstLine);
     } else {
@@ -345,7 +336,7 @@ void DefinitionLinter::suggest(Diagnostic& error) {
     std::optional<std::string_view> meant;
     if (error.rule == RuleId::UnknownLookupTable) {
         std::vector<std::string_view> names;
-        for (const auto& [name, table] : definitions_.lookupTables) names.push_back(name);
+        for (const LookupTableDef* table : definitions_.tablesByName()) names.push_back(table->name);
         meant = closestWord(pending_.text, names);
         if (meant) usedTables_.insert(*meant);
     } else if (error.rule == RuleId::UnknownType) {
@@ -366,7 +357,7 @@ void DefinitionLinter::suggest(Diagnostic& error) {
 // the entry the word names, or the ID it misspells.
 std::optional<std::string_view> DefinitionLinter::meantEntryId(std::string_view word) const {
     std::vector<std::string_view> ids;
-    for (const auto& [name, table] : definitions_.lookupTables) {
+    for (const LookupTableDef* table : definitions_.tablesByName()) {
         for (std::size_t i = 0; i < table->size(); ++i) {
             if (sameLetters(word, table->names[i])) return table->ids[i];
             ids.push_back(table->ids[i]);

@@ -205,6 +205,24 @@ std::size_t startOfLine(std::string_view text, int line) {
     return at;
 }
 
+// A version whose text is the previous one's (an edit and its undo).
+std::shared_ptr<const Analysis> copyOf(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
+                                       std::uint64_t generation, const std::string& aliasesPath) {
+    auto analysis = std::make_shared<Analysis>();
+    analysis->snapshot = std::move(snapshot);
+    analysis->generation = generation;
+    analysis->linter = previous.linter;
+    analysis->parts = previous.parts;
+    analysis->names = previous.names;
+    analysis->words = previous.words;
+    analysis->wordsEnd = previous.wordsEnd;
+    analysis->tables = previous.tables;
+    analysis->problems = previous.problems;
+    analysis->keywords = previous.keywords;
+    if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
+    return analysis;
+}
+
 }  // namespace
 
 std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
@@ -212,7 +230,7 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     const std::string_view before = previous.snapshot->text;
     const std::string_view now = snapshot->text;
     const std::size_t editStart = commonPrefix(before, now);
-    if (editStart == before.size() && editStart == now.size()) return nullptr;
+    if (editStart == before.size() && editStart == now.size()) return copyOf(previous, std::move(snapshot), generation, aliasesPath);
     const std::size_t editEnd = before.size() - commonSuffix(before.substr(editStart), now.substr(editStart));
     // A line too long ends the reading there: the rest is the whole
     // reading's to give.

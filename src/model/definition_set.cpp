@@ -17,7 +17,25 @@ LookupTableDef* DefinitionSet::newLookupTable(Text name) {
 
 const LookupTableDef* DefinitionSet::findLookupTable(std::string_view name) const {
     auto found = tableIndex_.find(name);
-    return found == tableIndex_.end() ? nullptr : found->second;
+    if (found != tableIndex_.end()) return found->second;
+    return earlier_ != nullptr && earlierHas(name) ? earlier_->findLookupTable(name) : nullptr;
+}
+
+std::vector<const LookupTableDef*> DefinitionSet::tablesByName() const {
+    std::vector<const LookupTableDef*> tables;
+    for (const auto& [name, table] : lookupTables) tables.push_back(table);
+    if (earlier_ == nullptr) return tables;
+    for (const auto& [name, table] : earlier_->lookupTables)
+        if (earlierHas(name) && !lookupTables.contains(name)) tables.push_back(table);
+    std::stable_sort(tables.begin(), tables.end(), [](const LookupTableDef* a, const LookupTableDef* b) {
+        return a->name.view() < b->name.view();
+    });
+    return tables;
+}
+
+bool DefinitionSet::earlierHas(std::string_view id) const {
+    const std::optional<Position> place = earlierIds_->placeOf(id);
+    return place && place->line < earlierLine_;
 }
 
 void DefinitionSet::addLookupEntry(LookupTableDef& table, Text entryId, Text entryName, std::int32_t value) {
@@ -29,7 +47,8 @@ void DefinitionSet::addLookupEntry(LookupTableDef& table, Text entryId, Text ent
 
 bool DefinitionSet::findEntryValueById(std::string_view entryId, std::int32_t& value) const {
     auto found = entryValues_.find(entryId);
-    if (found == entryValues_.end()) return false;
+    if (found == entryValues_.end())
+        return earlier_ != nullptr && earlierHas(entryId) && earlier_->findEntryValueById(entryId, value);
     value = found->second;
     return true;
 }

@@ -13,6 +13,7 @@
 #include "model/option_type.h"
 #include "model/record_store.h"
 #include "model/text.h"
+#include "model/text_registry.h"
 
 namespace quillet {
 
@@ -36,6 +37,16 @@ public:
 
     // The table of that name, or null; never creates one.
     const LookupTableDef* findLookupTable(std::string_view name) const;
+    // Every table findLookupTable() finds, by name.
+    std::vector<const LookupTableDef*> tablesByName() const;
+    // For a part of a file read again alone: the tables of `earlier` (the
+    // file's whole reading) whose names `ids` registered on a line before
+    // `line` are found here too, with their entries' IDs.
+    void lookBehind(const DefinitionSet& earlier, const TextRegistry& ids, int line) {
+        earlier_ = &earlier;
+        earlierIds_ = &ids;
+        earlierLine_ = line;
+    }
 
     // Appends an entry to `table` and indexes its ID. Entry IDs are unique
     // across all tables, so the index finds the same entry as a search of the
@@ -60,6 +71,10 @@ private:
     RecordStore<KeywordDef> keywordStore_;
     RecordStore<OptionDef> optionStore_;
     RecordStore<LookupTableDef> tableStore_;
+    bool earlierHas(std::string_view id) const;
+    const DefinitionSet* earlier_ = nullptr;
+    const TextRegistry* earlierIds_ = nullptr;
+    int earlierLine_ = 0;
     int keywordCounter_ = 0;
     int optionCounter_ = 0;
     Text one_ = texts_.keep("1");
