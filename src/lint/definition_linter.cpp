@@ -70,6 +70,7 @@ void DefinitionLinter::startReading() {
     reader_ = std::make_unique<DefinitionReader>(definitions_, report_);
     reader_->observe(this);
     reader_->keepFirstDefinitions();
+    if (!keepsDescriptions_) reader_->leaveOutDescriptions();
 }
 
 void DefinitionLinter::endReading(const LineReader& lines) {

@@ -33,6 +33,8 @@ public:
     explicit DefinitionLinter(std::size_t maxErrors);
 
     void read(LineReader& lines);
+    // Leaves the descriptions out of the model read (see DefinitionReader).
+    void leaveOutDescriptions() { keepsDescriptions_ = false; }
     // Reads one part of a file again, its lines from `firstLine` on: the
     // part sees the names `earlier` registered on the lines before it, and
     // the lookup tables of `tables` defined there (their names are among
@@ -130,6 +132,7 @@ private:
     // Where each name was first given, for the note at a duplicate.
     std::array<Position, kDirectiveCount> onceGivenAt_{};  // by row: KEY_IS_DELETE: and KEY_IS_RENAME:
 
+    bool keepsDescriptions_ = true;
     OpenOption open_;
     std::unordered_set<std::string_view> usedTables_;
     // Errors naming a table not defined yet: diagnostic index and the name.

@@ -60,7 +60,8 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     const ReaderLines lines(text, analysis->snapshot->lines.lines());
     analysis->words.reserve(expectedWords + expectedWords / 8);
     analysis->wordsEnd.reserve(lines.count());
-    WordCollector collector(text, lines, analysis->words, analysis->wordsEnd);
+    WordCollector collector(text, lines, analysis->words, analysis->wordsEnd, analysis->keywordStarts);
+    linter->leaveOutDescriptions();
     linter->forward(&collector);
     LineReader reader(text, stop);
     linter->read(reader);

@@ -32,6 +32,13 @@ struct Word {
 // large one takes large pages.
 using WordIndex = std::vector<Word, LargePageAllocator<Word>>;
 
+// A KEYWORD: word, and the line the reader gives it.
+struct KeywordStart {
+    std::uint32_t offset;
+    std::uint32_t line;
+    bool operator==(const KeywordStart&) const = default;
+};
+
 // A byte range of a document.
 struct Span {
     std::size_t offset = 0;
@@ -74,6 +81,7 @@ struct Analysis {
     // By line as the reader counts them: the byte column after the line's
     // last word, where a comment can start. One entry per line read.
     std::vector<std::uint8_t> wordsEnd;
+    std::vector<KeywordStart> keywordStarts;  // in document order
     std::unordered_map<std::string, std::uint32_t> tables;  // by name: the index of its LOOKUP: name word
     std::vector<Problem> problems;
     KeywordsByName keywords;  // by name, the first of each
@@ -90,6 +98,9 @@ struct Analysis {
     // The keyword whose KEYWORD: is in force at the word, or null.
     const KeywordDef* keywordOf(const Word& word) const;
     const OptionDef* optionOf(const Word& word) const;
+    // The option's description, which the model leaves out: its keyword's
+    // lines read again alone.
+    std::string descriptionOf(const Word& word) const;
 };
 
 // Lints the snapshot, with the aliases file at `aliasesPath` when one is

@@ -67,13 +67,13 @@ std::string defaultOf(const OptionDef& option) {
 }
 
 // Lists rather than tables: every client's markdown shows them.
-std::string optionText(const OptionDef& option) {
+std::string optionText(const OptionDef& option, const std::string& description) {
     std::string text = "**option** " + code(option.name) + "\n\nID " + code(option.id);
     text += "\n\n- type " + code(typeWord(option)) + "\n- default " + defaultOf(option);
     if (option.hasMinimum) text += "\n- minimum " + code(option.minimumText);
     if (option.hasMaximum) text += "\n- maximum " + code(option.maximumText);
     if (option.hasLookupTable) text += "\n- lookup table " + code(option.lookupTableName);
-    if (!option.description.empty()) text += "\n\n" + prose(option.description);
+    if (!description.empty()) text += "\n\n" + prose(description);
     return text;
 }
 
@@ -115,7 +115,7 @@ std::string wordText(const Analysis& analysis, const Word& word) {
         break;
     case WordRole::OptionName:
     case WordRole::OptionId:
-        if (const OptionDef* option = analysis.optionOf(word)) return optionText(*option);
+        if (const OptionDef* option = analysis.optionOf(word)) return optionText(*option, analysis.descriptionOf(word));
         break;
     case WordRole::TableName:
     case WordRole::TableReference:

@@ -69,6 +69,9 @@ void WordCollector::word(const WordEvent& event) {
     // A refused word read again as a directive is shown twice.
     if (!words_.empty() && words_.back().offset == word.offset) words_.back() = word;
     else words_.push_back(word);
+    if (event.directive != nullptr && event.directive->directive == Directive::KEYWORD &&
+        (keywordStarts_.empty() || keywordStarts_.back().offset != word.offset))
+        keywordStarts_.push_back({word.offset, static_cast<std::uint32_t>(event.position.line)});
 }
 
 void WordCollector::settleLine() {

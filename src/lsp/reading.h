@@ -38,8 +38,8 @@ private:
 class WordCollector final : public ReadObserver {
 public:
     WordCollector(std::string_view text, const ReaderLines& lines, WordIndex& words,
-                  std::vector<std::uint8_t>& wordsEnd)
-        : text_(text), lines_(lines), words_(words), wordsEnd_(wordsEnd) {}
+                  std::vector<std::uint8_t>& wordsEnd, std::vector<KeywordStart>& keywordStarts)
+        : text_(text), lines_(lines), words_(words), wordsEnd_(wordsEnd), keywordStarts_(keywordStarts) {}
 
     void word(const WordEvent& event) override;
     // Records where the last word of the line shown last ends.
@@ -50,6 +50,7 @@ private:
     const ReaderLines& lines_;
     WordIndex& words_;
     std::vector<std::uint8_t>& wordsEnd_;
+    std::vector<KeywordStart>& keywordStarts_;
     // The line's last word so far: only its end is needed, so the words of
     // a long text are not measured one by one.
     struct {

@@ -35,6 +35,12 @@ std::size_t commonSuffix(std::string_view a, std::string_view b) {
 
 std::size_t lineFeeds(std::string_view text) { return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')); }
 
+// The first KEYWORD: word at or after `offset`.
+std::vector<KeywordStart>::const_iterator keywordStartAt(const std::vector<KeywordStart>& starts, std::size_t offset) {
+    return std::lower_bound(starts.begin(), starts.end(), offset,
+                            [](const KeywordStart& start, std::size_t at) { return start.offset < at; });
+}
+
 // Where the line holding `offset` starts, when only blanks stand before
 // `offset` on it.
 std::optional<std::size_t> startOfLineLedBy(std::string_view text, std::size_t offset) {
@@ -90,15 +96,18 @@ struct PartReading {
     std::string text;
     WordIndex words;  // offsets within `text`
     std::vector<std::uint8_t> wordsEnd;
+    std::vector<KeywordStart> keywordStarts;
     std::vector<lint::Diagnostic> diagnostics;
 };
 
-PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine) {
+PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine,
+                     bool descriptions = false) {
     PartReading part;
+    if (!descriptions) part.linter->leaveOutDescriptions();
     part.text.reserve(lines.size() + nextLine.size());
     part.text.append(lines).append(nextLine);
     const ReaderLines readerLines(part.text, lineFeeds(part.text), firstLine);
-    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd);
+    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd, part.keywordStarts);
     part.linter->forward(&collector);
     LineReader reader(part.text);
     part.linter->readPart(reader, *earlier.names, earlier.definitions(), firstLine, nextLine.empty());
@@ -216,6 +225,7 @@ std::shared_ptr<const Analysis> copyOf(const Analysis& previous, std::shared_ptr
     analysis->names = previous.names;
     analysis->words = previous.words;
     analysis->wordsEnd = previous.wordsEnd;
+    analysis->keywordStarts = previous.keywordStarts;
     analysis->tables = previous.tables;
     analysis->problems = previous.problems;
     analysis->keywords = previous.keywords;
@@ -230,7 +240,8 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     const std::string_view before = previous.snapshot->text;
     const std::string_view now = snapshot->text;
     const std::size_t editStart = commonPrefix(before, now);
-    if (editStart == before.size() && editStart == now.size()) return copyOf(previous, std::move(snapshot), generation, aliasesPath);
+    if (editStart == before.size() && editStart == now.size())
+        return copyOf(previous, std::move(snapshot), generation, aliasesPath);
     const std::size_t editEnd = before.size() - commonSuffix(before.substr(editStart), now.substr(editStart));
     // A line too long ends the reading there: the rest is the whole
     // reading's to give.
@@ -243,7 +254,9 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     if (!around) return nullptr;
     Lines lines = std::move(*around);
     if (editStart < lines.keyword + kKeyword.size() || editEnd > lines.end) return nullptr;
-    const int firstLine = static_cast<int>(lineFeeds(before.substr(0, lines.start))) + 1;
+    const auto start = keywordStartAt(previous.keywordStarts, lines.keyword);
+    if (start == previous.keywordStarts.end() || start->offset != lines.keyword) return nullptr;
+    const auto firstLine = static_cast<int>(start->line);
     const bool toEnd = lines.nextLine.empty();
     const std::string_view partBefore = before.substr(lines.start, lines.end - lines.start);
     const std::string_view partNow = now.substr(lines.start, partBefore.size() + now.size() - before.size());
@@ -325,6 +338,14 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         analysis->tables.emplace(name, index < firstWord ? index
                                                          : static_cast<std::uint32_t>(index + wordShift));
 
+    const auto shifted = [&](KeywordStart start) {
+        return KeywordStart{static_cast<std::uint32_t>(static_cast<std::ptrdiff_t>(start.offset) + bytes),
+                            static_cast<std::uint32_t>(static_cast<int>(start.line) + lineShift)};
+    };
+    analysis->keywordStarts.assign(previous.keywordStarts.begin(), std::next(start));
+    std::transform(std::next(start), previous.keywordStarts.end(), std::back_inserter(analysis->keywordStarts),
+                   shifted);
+
     const auto lineIndex = static_cast<std::size_t>(firstLine - 1);
     analysis->wordsEnd.assign(previous.wordsEnd.begin(),
                               previous.wordsEnd.begin() + static_cast<std::ptrdiff_t>(lineIndex));
@@ -368,6 +389,27 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     analysis->parts.push_back(std::move(part.linter));
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;
+}
+
+std::string Analysis::descriptionOf(const Word& word) const {
+    const OptionDef* option = optionOf(word);
+    auto next = keywordStartAt(keywordStarts, word.offset + 1);
+    if (option == nullptr || next == keywordStarts.begin()) return {};
+    const KeywordStart& keyword = *std::prev(next);
+    // The first keyword takes over an option opened before any keyword: it
+    // is read with what comes before it.
+    const std::string_view text = snapshot->text;
+    const bool first = std::prev(next) == keywordStarts.begin();
+    const std::size_t start = first ? 0 : text.rfind('\n', keyword.offset) + 1;
+    const std::size_t end = next == keywordStarts.end() ? text.size() : next->offset;
+    if (!first && start == 0) return {};
+    const PartReading part =
+        readPart(text.substr(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
+    const std::vector<KeywordDef*>& read = part.linter->definitions().keywords;
+    if (read.empty()) return {};
+    for (const OptionDef* again : read.back()->options)
+        if (again->name == option->name) return std::string(again->description.view());
+    return {};
 }
 
 }  // namespace quillet::lsp

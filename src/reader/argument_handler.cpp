@@ -90,6 +90,7 @@ bool DefinitionReader::optionArgument(std::string_view word, int index) {
 bool DefinitionReader::textArgument(std::string_view word) {
     const TextField field = mode_->text;
     if (word.empty() && field == TextField::KeywordDescription) return true;
+    if (!keepsDescriptions_ && field != TextField::KeywordSummary) return true;
     openTexts_[static_cast<std::size_t>(field)].append(word).push_back(' ');
     return true;
 }

@@ -83,6 +83,9 @@ public:
     bool takesSameNames(const DefinitionReader& other) const {
         return keywordNames_.sameTexts(other.keywordNames_) && idNames_.sameTexts(other.idNames_);
     }
+    // Leaves the descriptions (all texts but the summary) out of the model;
+    // they are most of a large definition's bytes, and no check reads them.
+    void leaveOutDescriptions() { keepsDescriptions_ = false; }
     // Keeps where each name and ID was first defined, for firstDefinition();
     // the linter asks, the tool does not.
     void keepFirstDefinitions();
@@ -165,6 +168,7 @@ private:
     // The texts of the open keyword and option, kept in the model when the
     // record closes, by TextField.
     std::array<std::string, kTextFieldCount> openTexts_;
+    bool keepsDescriptions_ = true;
 
     TextRegistry keywordNames_;
     TextRegistry optionNames_;  // of the current keyword only
