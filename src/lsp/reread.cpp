@@ -190,8 +190,8 @@ bool pointedInto(const std::vector<Problem>& problems, std::pair<std::size_t, st
     return false;
 }
 
-// Moves a problem after the keyword by the edit's bytes and lines, and its
-// notes and fixes after it with it.
+// Moves what a problem points at after the keyword by the edit's bytes and
+// lines: itself, its notes, its fixes.
 void shift(Problem& problem, std::size_t from, std::ptrdiff_t bytes, int lines) {
     const auto move = [&](Span& span, Position& position) {
         if (span.offset < from) return;
@@ -365,14 +365,18 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
                             now.size());
         });
     analysis->problems.reserve(previous.problems.size() - (own.second - own.first) + found.size());
-    analysis->problems.insert(analysis->problems.end(), previous.problems.begin(),
-                              previous.problems.begin() + static_cast<std::ptrdiff_t>(own.first));
+    // A problem before the keyword may have a note after it (a table
+    // defined further down).
+    const auto keep = [&](std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i < to; ++i) {
+            Problem problem = previous.problems[i];
+            shift(problem, lines.end, bytes, lineShift);
+            analysis->problems.push_back(std::move(problem));
+        }
+    };
+    keep(0, own.first);
     std::move(found.begin(), found.end(), std::back_inserter(analysis->problems));
-    for (std::size_t i = own.second; i < previous.problems.size(); ++i) {
-        Problem problem = previous.problems[i];
-        shift(problem, lines.end, bytes, lineShift);
-        analysis->problems.push_back(std::move(problem));
-    }
+    keep(own.second, previous.problems.size());
 
     // The keyword's record, and the places of the names.
     const DefinitionReader& taken = part.linter->reader();
