@@ -51,9 +51,11 @@ bool tokenType(const Word& word, std::uint32_t& type) {
 }
 
 // Tokens in document order, encoded relative to the one before.
+// Writes the tokens' numbers straight into the answer: a large document
+// has tens of millions of them.
 class TokenWriter {
 public:
-    explicit TokenWriter(const TextView& view) : view_(view) {}
+    TokenWriter(const TextView& view, std::string& out) : view_(view), out_(out) { out_ += R"({"data":[)"; }
 
     void add(std::size_t offset, std::size_t length, std::uint32_t type) {
         const TextPosition start = view_.lines.position(view_.text, offset, view_.encoding);
@@ -64,28 +66,24 @@ public:
                                    : view_.lines.position(view_.text, view_.lines.lineEnd(view_.text, start.line),
                                                           view_.encoding).character - start.character;
         if (units == 0) return;
-        data_.push_back(start.line - line_);
-        data_.push_back(start.line == line_ ? start.character - character_ : start.character);
-        data_.push_back(units);
-        data_.push_back(type);
-        data_.push_back(0);
+        for (const std::uint32_t number : {start.line - line_, start.line == line_ ? start.character - character_
+                                                                                    : start.character,
+                                           units, type, std::uint32_t{0}}) {
+            if (written_) out_ += ',';
+            written_ = true;
+            char digits[16];
+            out_.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+        }
         line_ = start.line;
         character_ = start.character;
     }
 
-    void write(std::string& out) const {
-        out += R"({"data":[)";
-        char number[16];
-        for (std::size_t i = 0; i < data_.size(); ++i) {
-            if (i != 0) out += ',';
-            out.append(number, std::to_chars(number, number + sizeof number, data_[i]).ptr);
-        }
-        out += "]}";
-    }
+    void finish() { out_ += "]}"; }
 
 private:
     const TextView& view_;
-    std::vector<std::uint32_t> data_;
+    std::string& out_;
+    bool written_ = false;
     std::uint32_t line_ = 0;
     std::uint32_t character_ = 0;
 };
@@ -99,7 +97,11 @@ json semanticTokenLegend() {
 }
 
 void writeSemanticTokens(const Analysis& analysis, const TextView& view, std::string& out) {
-    TokenWriter tokens(view);
+    // Room for the most a token takes, five numbers of ten digits, so that
+    // a large answer is not copied as it grows; pages not written to cost
+    // nothing.
+    out.reserve(out.size() + (analysis.words.size() + analysis.wordsEnd.size()) * 55 + 16);
+    TokenWriter tokens(view, out);
     const std::string_view text = view.text;
     auto word = analysis.words.begin();
     std::size_t lineStart = 0;
@@ -118,7 +120,7 @@ void writeSemanticTokens(const Analysis& analysis, const TextView& view, std::st
         }
         lineStart = newline + 1;
     }
-    tokens.write(out);
+    tokens.finish();
 }
 
 }  // namespace quillet::lsp

@@ -25,6 +25,10 @@ public:
         : analysis_(analysis), view_(view), out_(out) {}
 
     void build() {
+        // Room for what a symbol of a usual name takes, for each word, so
+        // that a large answer is not copied as it grows; pages not written
+        // to cost nothing.
+        out_.reserve(out_.size() + analysis_.words.size() * 64 + 16);
         out_ += '[';
         for (const Word& word : analysis_.words) take(word);
         closeOption();
