@@ -75,7 +75,7 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
     if (at == words.begin()) return std::nullopt;
     const Word& keyword = *std::prev(at);
     // The first keyword takes over an option opened before any keyword.
-    if (std::none_of(words.begin(), std::prev(at), isKeyword)) return std::nullopt;
+    if (analysis.keywordStarts.empty() || analysis.keywordStarts.front().offset >= keyword.offset) return std::nullopt;
     const auto written = [&](const Word& word) { return analysis.source(word) == kKeyword; };
     const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
     if (!written(keyword) || !start) return std::nullopt;

@@ -17,7 +17,7 @@ mkdir -p "$artifacts"
 
 passed=0
 failed=0
-for target in fuzz_definition fuzz_alias_file fuzz_values fuzz_diff fuzz_preview fuzz_lint fuzz_format fuzz_lsp; do
+for target in fuzz_definition fuzz_alias_file fuzz_values fuzz_diff fuzz_preview fuzz_lint fuzz_format fuzz_lsp fuzz_reread; do
   seeds="$here/corpus/${target#fuzz_}"
   dict="$here/definition.dict"
   if [ -f "$here/${target#fuzz_}.dict" ]; then dict="$here/${target#fuzz_}.dict"; fi
