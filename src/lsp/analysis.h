@@ -63,8 +63,9 @@ struct AliasesFile {
     std::vector<Problem> problems;
 };
 
-// Everything the requests answer from: one complete lint run over one
-// snapshot of a document, its words and its model.
+// Everything the requests answer from: one complete lint of one snapshot of
+// a document (a reading of the whole file, or an earlier analysis with the
+// keyword a change fell in read again), its words and its model.
 struct Analysis {
     using KeywordsByName = std::unordered_map<std::string_view, const KeywordDef*>;
 
@@ -112,10 +113,10 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
                                         const std::atomic<bool>* stop = nullptr);
 
 // The analysis of `snapshot` made by reading again only the keyword that
-// changed since `previous`; null where that would not give what reading the
-// whole file gives (an edit outside one keyword's lines, or one that changes
-// what the rest of the file sees: its names, tables, once-per-file
-// directives).
+// changed since `previous` (an unchanged text keeps what `previous` has);
+// null where that would not give what reading the whole file gives (an edit
+// outside one keyword's lines, or one that changes what the rest of the file
+// sees: its names, tables, once-per-file directives).
 std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
                                           std::uint64_t generation, const std::string& aliasesPath);
 
