@@ -65,7 +65,7 @@ struct Lines {
 
 // The keyword of a whole reading whose lines hold `offset`, when its
 // KEYWORD: word and the next one are written as such, each first on its
-// line, and a keyword comes before it.
+// line, and no option is opened before the first keyword.
 std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset) {
     const std::string_view text = analysis.snapshot->text;
     const WordIndex& words = analysis.words;
@@ -75,7 +75,11 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
     if (at == words.begin()) return std::nullopt;
     const Word& keyword = *std::prev(at);
     // The first keyword takes over an option opened before any keyword.
-    if (analysis.keywordStarts.empty() || analysis.keywordStarts.front().offset >= keyword.offset) return std::nullopt;
+    const bool first = analysis.keywordStarts.empty() || analysis.keywordStarts.front().offset >= keyword.offset;
+    if (first && std::any_of(words.begin(), std::prev(at), [](const Word& word) {
+            return word.spec() != nullptr && word.spec()->directive == Directive::OPTION;
+        }))
+        return std::nullopt;
     const auto written = [&](const Word& word) { return analysis.source(word) == kKeyword; };
     const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
     if (!written(keyword) || !start) return std::nullopt;
