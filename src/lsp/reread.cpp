@@ -12,6 +12,9 @@ namespace quillet::lsp {
 namespace {
 
 constexpr std::string_view kKeyword = "KEYWORD:";
+// Keywords read alone since the last whole reading, some ten kilobytes each:
+// past this many, a whole reading starts again.
+constexpr std::size_t kMostParts = 1024;
 
 std::size_t commonPrefix(std::string_view a, std::string_view b) {
     const std::size_t size = std::min(a.size(), b.size());
@@ -254,6 +257,7 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         }))
         return nullptr;
 
+    if (previous.parts.size() >= kMostParts) return nullptr;
     std::optional<Lines> around = keywordAround(previous, editStart);
     if (!around) return nullptr;
     Lines lines = std::move(*around);
