@@ -50,7 +50,6 @@ public:
     // What a part changes for the rest of its file: the names it takes, the
     // tables it uses, the tables it names before they are defined.
     const DefinitionReader& reader() const { return *reader_; }
-    bool takesSameNames(const DefinitionLinter& other) const { return reader_->takesSameNames(*other.reader_); }
     const std::unordered_set<std::string_view>& usedTables() const { return usedTables_; }
     const std::vector<std::pair<std::size_t, std::string>>& tablesNamedEarly() const { return unknownTables_; }
     // Shows every word the reader sees to `observer` too (the language

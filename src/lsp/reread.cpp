@@ -282,7 +282,11 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     PartReading was = readPart(partBefore, lines.nextLine, previous, firstLine);
     if (!keepsToItself(was, keywordInPart, toEnd) || !readsAsWhole(was, previous.problems, lines)) return nullptr;
     PartReading part = readPart(partNow, lines.nextLine, previous, firstLine);
-    if (!keepsToItself(part, keywordInPart, toEnd) || !part.linter->takesSameNames(*was.linter) ||
+    // A name the keyword no longer takes was taken by no later line either:
+    // that one's error would point into the keyword (see pointedInto()).
+    if (!keepsToItself(part, keywordInPart, toEnd) ||
+        !part.linter->reader().takesOnlyNewNames(was.linter->reader(), previous.names->keywordNames,
+                                                 previous.names->ids) ||
         part.linter->usedTables() != was.linter->usedTables())
         return nullptr;
     for (const auto& [index, name] : part.linter->tablesNamedEarly())
@@ -293,9 +297,11 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         return nullptr;
     // The keyword's record is found by the name it took. The empty name
     // stands for the first keyword that took none, or took it.
+    const KeywordDef* keyword = part.linter->definitions().keywords.front();
     const std::string_view name = was.linter->definitions().keywords.front()->name.view();
     const auto named = previous.keywords.find(name);
-    if (was.linter->reader().keywordNames().size() != 1 || name.empty() || named == previous.keywords.end())
+    if (was.linter->reader().keywordNames().size() != 1 || part.linter->reader().keywordNames().size() != 1 ||
+        name.empty() || keyword->name.empty() || named == previous.keywords.end())
         return nullptr;
     const KeywordDef* replaced = named->second;
     const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(now.size()) - static_cast<std::ptrdiff_t>(before.size());
@@ -388,12 +394,12 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
 
     // The keyword's record, and the places of the names.
     const DefinitionReader& taken = part.linter->reader();
+    const DefinitionReader& given = was.linter->reader();
     const int lastLine = firstLine + static_cast<int>(linesBefore) - 1;
-    analysis->names = std::make_shared<const lint::TakenNames>(
-        lint::TakenNames{TextRegistry(previous.names->keywordNames, lastLine, lineShift, taken.keywordNames()),
-                         TextRegistry(previous.names->ids, lastLine, lineShift, taken.ids())});
+    analysis->names = std::make_shared<const lint::TakenNames>(lint::TakenNames{
+        TextRegistry(previous.names->keywordNames, lastLine, lineShift, given.keywordNames(), taken.keywordNames()),
+        TextRegistry(previous.names->ids, lastLine, lineShift, given.ids(), taken.ids())});
     analysis->keywords = previous.keywords;
-    const KeywordDef* keyword = part.linter->definitions().keywords.front();
     analysis->keywords.erase(name);
     analysis->keywords.emplace(keyword->name.view(), keyword);
     for (const auto& kept : previous.parts)

@@ -46,26 +46,64 @@ TextRegistry& TextRegistry::operator=(TextRegistry&& other) noexcept {
     return *this;
 }
 
-TextRegistry::TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& part)
+TextRegistry::TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& was,
+                           const TextRegistry& now)
     : hashes_(from.slots_ * sizeof(std::uint32_t)),
       texts_(from.slots_ * sizeof(Text)),
       places_(from.slots_ * sizeof(Position)),
       keepsPlaces_(true),
       slots_(from.slots_),
       size_(from.size_) {
-    if (slots_ == 0) return;
-    std::memcpy(hashes(), from.hashes(), slots_ * sizeof(std::uint32_t));
-    std::memcpy(texts_.data(), from.texts_.data(), slots_ * sizeof(Text));
-    if (from.keepsPlaces_) std::memcpy(places(), from.places(), slots_ * sizeof(Position));
-    else std::fill_n(places(), slots_, Position{});
-    Position* const moved = places();
-    for (std::size_t index = 0; index < slots_; ++index)
-        if (moved[index].line > after) moved[index].line += lines;
-    for (std::size_t index = 0; index < part.slots_; ++index) {
-        if (part.hashes()[index] == 0) continue;
-        const std::size_t here = probe(part.texts()[index].view(), part.hashes()[index]);
-        if (hashes()[here] != 0) moved[here] = part.places()[index];
+    if (slots_ > 0) {
+        std::memcpy(hashes(), from.hashes(), slots_ * sizeof(std::uint32_t));
+        std::memcpy(texts_.data(), from.texts_.data(), slots_ * sizeof(Text));
+        if (from.keepsPlaces_) std::memcpy(places(), from.places(), slots_ * sizeof(Position));
+        else std::fill_n(places(), slots_, Position{});
+        Position* const moved = places();
+        for (std::size_t index = 0; index < slots_; ++index)
+            if (moved[index].line > after) moved[index].line += lines;
     }
+    for (std::size_t index = 0; index < was.slots_; ++index)
+        if (was.hashes()[index] != 0 && !now.ownContains(was.texts()[index].view())) erase(was.texts()[index].view());
+    for (std::size_t index = 0; index < now.slots_; ++index)
+        if (now.hashes()[index] != 0) assign(now.texts()[index], now.places()[index]);
+}
+
+bool TextRegistry::addsOnlyTextsNewTo(const TextRegistry& was, const TextRegistry& file) const {
+    for (std::size_t index = 0; index < slots_; ++index) {
+        if (hashes()[index] == 0) continue;
+        const std::string_view text = texts()[index].view();
+        if (!was.ownContains(text) && file.ownContains(text)) return false;
+    }
+    return true;
+}
+
+// Linear probing keeps every text reachable from its home slot: the texts
+// after the freed slot move back into it where their probe passes it.
+void TextRegistry::erase(std::string_view text) {
+    if (slots_ == 0) return;
+    const std::size_t mask = slots_ - 1;
+    std::size_t hole = probe(text, hashOf(text));
+    if (hashes()[hole] == 0) return;
+    for (std::size_t next = (hole + 1) & mask; hashes()[next] != 0; next = (next + 1) & mask) {
+        const std::size_t home = hashes()[next] & mask;
+        // Whether `home` lies cyclically in (hole, next]: then the text stays.
+        const bool stays = hole <= next ? hole < home && home <= next : hole < home || home <= next;
+        if (stays) continue;
+        hashes()[hole] = hashes()[next];
+        texts()[hole] = texts()[next];
+        if (keepsPlaces_) places()[hole] = places()[next];
+        hole = next;
+    }
+    hashes()[hole] = 0;
+    --size_;
+}
+
+void TextRegistry::assign(Text text, Position place) {
+    if (insert(text, place)) return;
+    const std::size_t index = probe(text, hashOf(text));
+    texts()[index] = text;
+    if (keepsPlaces_) places()[index] = place;
 }
 
 bool TextRegistry::ownContains(std::string_view text) const {
@@ -82,13 +120,6 @@ std::optional<Position> TextRegistry::earlierPlace(std::string_view text) const 
     const std::optional<Position> place = earlier_->placeOf(text);
     if (!place || place->line >= earlierLine_) return std::nullopt;
     return place;
-}
-
-bool TextRegistry::sameTexts(const TextRegistry& other) const {
-    if (size_ != other.size_) return false;
-    for (std::size_t index = 0; index < slots_; ++index)
-        if (hashes()[index] != 0 && !other.ownContains(texts()[index].view())) return false;
-    return true;
 }
 
 bool TextRegistry::insert(Text text, Position place) {

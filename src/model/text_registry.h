@@ -24,10 +24,11 @@ public:
     TextRegistry& operator=(const TextRegistry&) = delete;
     TextRegistry(TextRegistry&& other) noexcept { *this = std::move(other); }
     TextRegistry& operator=(TextRegistry&& other) noexcept;
-    // A copy of `from`, with places kept, for the file after one part of it
-    // was read again as `part`: the places after line `after` move by
-    // `lines`, and the texts the part took itself are at its places.
-    TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& part);
+    // A copy of `from`, with places kept, for the file after one part of it,
+    // read alone as `was`, was read again as `now`: the places after line
+    // `after` move by `lines`, the texts `was` took itself and `now` does
+    // not are gone, and those `now` took itself are at its places.
+    TextRegistry(const TextRegistry& from, int after, int lines, const TextRegistry& was, const TextRegistry& now);
 
     // Registers `text`, which must outlive the registry, given at `place`;
     // false, registering nothing, when an equal text is there already.
@@ -44,9 +45,9 @@ public:
         earlier_ = &earlier;
         earlierLine_ = line;
     }
-    // Whether both registered the same texts themselves (what they look
-    // behind at left out).
-    bool sameTexts(const TextRegistry& other) const;
+    // Whether every text this registered itself and `was` did not is
+    // unknown to `file` too (what they look behind at left out).
+    bool addsOnlyTextsNewTo(const TextRegistry& was, const TextRegistry& file) const;
     // Room for `count` texts without growing.
     void reserve(std::size_t count);
     // Forgets every text.
@@ -59,6 +60,9 @@ private:
     Position* places() const { return static_cast<Position*>(places_.data()); }
     std::size_t probe(std::string_view text, std::uint32_t hash) const;
     bool ownContains(std::string_view text) const;
+    void erase(std::string_view text);
+    // Registers `text` at `place`, or moves it there with this Text.
+    void assign(Text text, Position place);
     std::optional<Position> earlierPlace(std::string_view text) const;
     void rehash(std::size_t slotCount);
 

@@ -78,10 +78,12 @@ public:
     // Gives them up, once reading is done.
     TextRegistry takeKeywordNames() { return std::move(keywordNames_); }
     TextRegistry takeIds() { return std::move(idNames_); }
-    // Whether both took the same keyword names and IDs (what they look
-    // behind at left out).
-    bool takesSameNames(const DefinitionReader& other) const {
-        return keywordNames_.sameTexts(other.keywordNames_) && idNames_.sameTexts(other.idNames_);
+    // Whether every keyword name and ID this reader took and `was` did not
+    // is taken nowhere in the file whose names are `keywordNames` and `ids`.
+    bool takesOnlyNewNames(const DefinitionReader& was, const TextRegistry& keywordNames,
+                           const TextRegistry& ids) const {
+        return keywordNames_.addsOnlyTextsNewTo(was.keywordNames_, keywordNames) &&
+               idNames_.addsOnlyTextsNewTo(was.idNames_, ids);
     }
     // Leaves the descriptions (all texts but the summary) out of the model;
     // they are most of a large definition's bytes, and no check reads them.
