@@ -266,6 +266,8 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     if (start == previous.keywordStarts.end() || start->offset != lines.keyword) return nullptr;
     const auto firstLine = static_cast<int>(start->line);
     const bool toEnd = lines.nextLine.empty();
+    // The keyword is read twice: past half the file, one whole reading costs less.
+    if (lines.end - lines.start > before.size() / 2) return nullptr;
     const std::string_view partBefore = before.substr(lines.start, lines.end - lines.start);
     const std::string_view partNow = now.substr(lines.start, partBefore.size() + now.size() - before.size());
     // Carriage returns are counted over the whole file.
