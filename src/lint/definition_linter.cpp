@@ -429,18 +429,18 @@ void DefinitionLinter::checkLookupTables() {
     for (const auto& [index, name] : unknownTables_) {
         if (definitions_.findLookupTable(name) == nullptr) continue;
         diagnostics_[index].notes.push_back(
-            {definedAt(name).value_or(Position{}), "a table of this name is defined further down; its " + code("LOOKUP:") +
+            {definedAt(name), "a table of this name is defined further down; its " + code("LOOKUP:") +
                                 " must come before the first " + code("OPT_LOOKUP:") + " naming it"});
     }
     for (const auto& [name, table] : definitions_.lookupTables) {
         if (usedTables_.contains(name)) continue;
-        warn(RuleId::UnusedLookupTable, definedAt(name).value_or(Position{}),
+        warn(RuleId::UnusedLookupTable, definedAt(name),
              "lookup table " + quoted(name) + " is used by no option (no " + code("OPT_LOOKUP:") + " names it)");
     }
 }
 
-std::optional<Position> DefinitionLinter::definedAt(std::string_view id) const {
-    return reader_->firstDefinition(WordRole::TableName, id);
+Position DefinitionLinter::definedAt(std::string_view id) const {
+    return reader_->firstDefinition(WordRole::TableName, id).value_or(Position{});
 }
 
 void DefinitionLinter::add(Diagnostic diagnostic) {

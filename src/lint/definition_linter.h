@@ -17,16 +17,16 @@
 
 namespace quillet::lint {
 
-// Reads one definition with the tool's own reader and collects every error
-// the tool would raise there, recovering after each, and the warnings for
-// what the tool lets through. Errors come in reading order, each at the word
-// the tool was reading when it refused; the first is the tool's own.
 // The keyword names and the IDs of a file, where each was first given.
 struct TakenNames {
     TextRegistry keywordNames;
     TextRegistry ids;
 };
 
+// Reads one definition with the tool's own reader and collects every error
+// the tool would raise there, recovering after each, and the warnings for
+// what the tool lets through. Errors come in reading order, each at the word
+// the tool was reading when it refused; the first is the tool's own.
 class DefinitionLinter final : private ReadObserver {
 public:
     // Errors after the first `maxErrors` are counted, not kept.
@@ -106,7 +106,7 @@ private:
 
     void add(Diagnostic diagnostic);
     void warn(RuleId rule, Position position, std::string message, std::vector<Note> notes = {});
-    std::optional<Position> definedAt(std::string_view id) const;
+    Position definedAt(std::string_view id) const;
 
     DefinitionSet definitions_;
     Reporter report_;

@@ -61,15 +61,11 @@ private:
     } last_;
 };
 
-// The diagnostics with their places in `text`, whose words are `words`;
-// `offsetOf` takes a position to its byte offset there.
-template <typename OffsetOf>
-std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text, const WordIndex& words,
-                            const OffsetOf& offsetOf);
-
 // A word's place: the word there, or the bytes up to the next blank.
 Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset);
 
+// The diagnostics with their places in `text`, whose words are `words`;
+// `offsetOf` takes a position to its byte offset there.
 template <typename OffsetOf>
 std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text, const WordIndex& words,
                             const OffsetOf& offsetOf) {

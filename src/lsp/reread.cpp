@@ -56,6 +56,11 @@ std::optional<std::size_t> startOfLineLedBy(std::string_view text, std::size_t o
 
 bool isKeyword(const Word& word) { return word.spec() != nullptr && word.spec()->directive == Directive::KEYWORD; }
 
+// A KEYWORD: word of `text` written as such: not a misspelling read as one.
+bool isWrittenKeyword(const Word& word, std::string_view text) {
+    return isKeyword(word) && text.substr(word.offset, word.length) == kKeyword;
+}
+
 // A keyword's lines in a version: from the line of its KEYWORD: word to the
 // line of the next one.
 struct Lines {
@@ -83,14 +88,13 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
             return word.spec() != nullptr && word.spec()->directive == Directive::OPTION;
         }))
         return std::nullopt;
-    const auto written = [&](const Word& word) { return analysis.source(word) == kKeyword; };
     const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
-    if (!written(keyword) || !start) return std::nullopt;
+    if (!isWrittenKeyword(keyword, text) || !start) return std::nullopt;
     Lines lines{*start, keyword.offset, text.size(), {}};
     const auto next = std::find_if(at, words.end(), isKeyword);
     if (next == words.end()) return lines;
     const std::optional<std::size_t> nextStart = startOfLineLedBy(text, next->offset);
-    if (!written(*next) || !nextStart) return std::nullopt;
+    if (!isWrittenKeyword(*next, text) || !nextStart) return std::nullopt;
     lines.end = *nextStart;
     lines.nextLine = std::string(text.substr(*nextStart, next->offset + kKeyword.size() - *nextStart));
     return lines;
@@ -128,9 +132,7 @@ PartReading readPart(std::string_view lines, const std::string& nextLine, const 
 // starts with its KEYWORD: word at `keyword`, has no other but the next
 // keyword's, defines no lookup table and gives no once-per-file directive.
 bool keepsToItself(const PartReading& part, std::size_t keyword, bool toEnd) {
-    const auto written = [&part](const Word& word) {
-        return isKeyword(word) && std::string_view(part.text).substr(word.offset, word.length) == kKeyword;
-    };
+    const auto written = [&part](const Word& word) { return isWrittenKeyword(word, part.text); };
     if (part.words.empty() || !written(part.words.front()) || part.words.front().offset != keyword ||
         part.linter->definitions().keywords.empty())
         return false;
