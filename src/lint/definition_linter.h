@@ -56,6 +56,14 @@ public:
     // server indexes them), after the linter has seen it.
     void forward(ReadObserver* observer) { forward_ = observer; }
 
+    // Once its names are taken: lets the reader and the keyword and option
+    // records go, keeping the lookup tables and the texts the names view.
+    void forgetKeywords() {
+        reader_.reset();
+        open_ = {};
+        definitions_.forgetKeywords();
+    }
+
     const DefinitionSet& definitions() const { return definitions_; }
     // Every diagnostic, in order of position; notes follow their diagnostic.
     std::vector<Diagnostic> takeDiagnostics();

@@ -25,30 +25,6 @@ const Word* Analysis::wordAt(std::size_t offset) const {
     return offset <= word.offset + word.length ? &word : nullptr;
 }
 
-const KeywordDef* Analysis::keywordOf(const Word& word) const {
-    for (const Word* at = &word; at >= words.data(); --at) {
-        if (at->role == WordRole::KeywordName && at->directive == 0) {
-            const auto found = keywords.find(text(*at));
-            return found == keywords.end() ? nullptr : found->second;
-        }
-    }
-    return nullptr;
-}
-
-const OptionDef* Analysis::optionOf(const Word& word) const {
-    const KeywordDef* keyword = keywordOf(word);
-    if (keyword == nullptr) return nullptr;
-    for (const Word* at = &word; at >= words.data(); --at) {
-        if (at->directive != 0 && at->spec()->directive == Directive::KEYWORD) return nullptr;
-        if (at->role != WordRole::OptionName || at->directive != 0) continue;
-        const std::string name = text(*at);
-        for (const OptionDef* option : keyword->options)
-            if (option->name == name) return option;
-        return nullptr;
-    }
-    return nullptr;
-}
-
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,
                                         const std::string& aliasesPath, std::size_t expectedWords,
                                         const std::atomic<bool>* stop) {
@@ -81,8 +57,11 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
             linesRead = static_cast<std::size_t>(problem.diagnostic.position.line - 1);
     analysis->wordsEnd.resize(linesRead);
     for (const KeywordDef* keyword : linter->definitions().keywords)
-        analysis->keywords.emplace(keyword->name.view(), keyword);
+        analysis->keywords.emplace(keyword->name.view(), linter.get());
     analysis->names = std::make_shared<const lint::TakenNames>(linter->takeNames());
+    // A hover reads its keyword again: the records would be a third of the
+    // server's memory.
+    linter->forgetKeywords();
     analysis->linter = std::move(linter);
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;

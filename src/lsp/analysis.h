@@ -66,15 +66,26 @@ struct AliasesFile {
 // Everything the requests answer from: one complete lint of one snapshot of
 // a document (a reading of the whole file, or an earlier analysis with the
 // keyword a change fell in read again), its words and its model.
+// A keyword's lines read again alone, descriptions kept, and the records
+// read there that a word belongs to.
+struct KeywordReading {
+    std::shared_ptr<const lint::DefinitionLinter> reading;  // owns the records
+    const KeywordDef* keyword = nullptr;
+    const OptionDef* option = nullptr;  // whose lines hold the word, if any
+};
+
 struct Analysis {
-    using KeywordsByName = std::unordered_map<std::string_view, const KeywordDef*>;
+    // By keyword name, the first of each: the reading holding the name's
+    // text (the whole file's or a keyword's read again).
+    using KeywordsByName = std::unordered_map<std::string_view, const lint::DefinitionLinter*>;
 
     std::shared_ptr<const Snapshot> snapshot;
     std::uint64_t generation = 0;
     // The reading of the whole file, this version's or an earlier one's:
-    // owns the model and its lookup tables.
+    // owns the lookup tables and the names' texts. Its keyword and option
+    // records are let go (see recordsAt).
     std::shared_ptr<const lint::DefinitionLinter> linter;
-    // The keywords read again alone since (see reanalyse): own their records.
+    // The keywords read again alone since (see reanalyse): own their names.
     std::vector<std::shared_ptr<const lint::DefinitionLinter>> parts;
     // This version's keyword names and IDs, where each is first given.
     std::shared_ptr<const lint::TakenNames> names;
@@ -85,7 +96,7 @@ struct Analysis {
     std::vector<KeywordStart> keywordStarts;  // in document order
     std::unordered_map<std::string, std::uint32_t> tables;  // by name: the index of its LOOKUP: name word
     std::vector<Problem> problems;
-    KeywordsByName keywords;  // by name, the first of each
+    KeywordsByName keywords;
     std::unique_ptr<const AliasesFile> aliases;
 
     const DefinitionSet& definitions() const { return linter->definitions(); }
@@ -96,12 +107,10 @@ struct Analysis {
     std::string text(const Word& word) const;
     // The word covering `offset` (or ending right there), or null.
     const Word* wordAt(std::size_t offset) const;
-    // The keyword whose KEYWORD: is in force at the word, or null.
-    const KeywordDef* keywordOf(const Word& word) const;
-    const OptionDef* optionOf(const Word& word) const;
-    // The option's description, which the model leaves out: its keyword's
-    // lines read again alone.
-    std::string descriptionOf(const Word& word) const;
+    // The records of the keyword whose KEYWORD: is in force at the word and
+    // of the option the word is in: the model keeps none, so the keyword's
+    // lines are read again alone. Nulls where there is none.
+    KeywordReading recordsAt(const Word& word) const;
 };
 
 // Lints the snapshot, with the aliases file at `aliasesPath` when one is

@@ -67,13 +67,13 @@ std::string defaultOf(const OptionDef& option) {
 }
 
 // Lists rather than tables: every client's markdown shows them.
-std::string optionText(const OptionDef& option, const std::string& description) {
+std::string optionText(const OptionDef& option) {
     std::string text = "**option** " + code(option.name) + "\n\nID " + code(option.id);
     text += "\n\n- type " + code(typeWord(option)) + "\n- default " + defaultOf(option);
     if (option.hasMinimum) text += "\n- minimum " + code(option.minimumText);
     if (option.hasMaximum) text += "\n- maximum " + code(option.maximumText);
     if (option.hasLookupTable) text += "\n- lookup table " + code(option.lookupTableName);
-    if (!description.empty()) text += "\n\n" + prose(description);
+    if (!option.description.empty()) text += "\n\n" + prose(option.description);
     return text;
 }
 
@@ -106,26 +106,30 @@ std::string symbolicDefaultText(const Analysis& analysis, const OptionDef& optio
     return "No entry of " + code(table->name) + " is named " + code(option.defaultText) + ".";
 }
 
+// A keyword's or an option's word: its record, read again.
+std::string recordText(const Analysis& analysis, const Word& word) {
+    const KeywordReading records = analysis.recordsAt(word);
+    if (word.role == WordRole::KeywordName || word.role == WordRole::KeywordId)
+        return records.keyword == nullptr ? std::string() : keywordText(*records.keyword);
+    if (records.option == nullptr) return {};
+    return word.role == WordRole::OptionDefault ? symbolicDefaultText(analysis, *records.option)
+                                                : optionText(*records.option);
+}
+
 std::string wordText(const Analysis& analysis, const Word& word) {
     if (const DirectiveSpec* spec = word.spec()) return directiveText(*spec);
     switch (word.role) {
     case WordRole::KeywordName:
     case WordRole::KeywordId:
-        if (const KeywordDef* keyword = analysis.keywordOf(word)) return keywordText(*keyword);
-        break;
     case WordRole::OptionName:
     case WordRole::OptionId:
-        if (const OptionDef* option = analysis.optionOf(word)) return optionText(*option, analysis.descriptionOf(word));
-        break;
+    case WordRole::OptionDefault: return recordText(analysis, word);
     case WordRole::TableName:
     case WordRole::TableReference:
         if (const LookupTableDef* table = analysis.definitions().findLookupTable(analysis.text(word)))
             return tableText(*table);
         break;
     case WordRole::OptionType: return typeText(analysis.text(word));
-    case WordRole::OptionDefault:
-        if (const OptionDef* option = analysis.optionOf(word)) return symbolicDefaultText(analysis, *option);
-        break;
     default: break;
     }
     return {};

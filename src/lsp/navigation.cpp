@@ -47,7 +47,8 @@ json definition(const Analysis& analysis, const std::string& uri, std::size_t of
         return table == nullptr ? json(nullptr) : location(uri, view, spanOf(*table));
     }
     if (word->role == WordRole::OptionDefault) {
-        const OptionDef* option = analysis.optionOf(*word);
+        const KeywordReading records = analysis.recordsAt(*word);
+        const OptionDef* option = records.option;
         if (option == nullptr || !option->hasLookupTable || option->defaultText.empty()) return nullptr;
         const Word* table = tableWord(analysis, std::string(option->lookupTableName.view()));
         const Word* entry = table == nullptr ? nullptr : entryWord(analysis, *table, option->defaultText);
@@ -78,7 +79,8 @@ json references(const Analysis& analysis, const std::string& uri, std::size_t of
         return found;
     }
     if (word->role != WordRole::KeywordName && word->role != WordRole::KeywordId) return nullptr;
-    const KeywordDef* keyword = analysis.keywordOf(*word);
+    const KeywordReading records = analysis.recordsAt(*word);
+    const KeywordDef* keyword = records.keyword;
     if (keyword == nullptr) return nullptr;
     if (withDeclaration)
         eachWord(analysis, WordRole::KeywordName, keyword->name,

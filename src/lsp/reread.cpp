@@ -307,7 +307,7 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     if (was.linter->reader().keywordNames().size() != 1 || part.linter->reader().keywordNames().size() != 1 ||
         name.empty() || keyword->name.empty() || named == previous.keywords.end())
         return nullptr;
-    const KeywordDef* replaced = named->second;
+    const lint::DefinitionLinter* replaced = named->second;
     const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(now.size()) - static_cast<std::ptrdiff_t>(before.size());
     const std::size_t partLines = lineFeeds(partNow) + (toEnd ? 1 : 0);
     const std::size_t linesBefore = lineFeeds(partBefore) + (toEnd ? 1 : 0);
@@ -405,18 +405,17 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
         TextRegistry(previous.names->ids, lastLine, lineShift, given.ids(), taken.ids())});
     analysis->keywords = previous.keywords;
     analysis->keywords.erase(name);
-    analysis->keywords.emplace(keyword->name.view(), keyword);
+    analysis->keywords.emplace(keyword->name.view(), part.linter.get());
     for (const auto& kept : previous.parts)
-        if (kept->definitions().keywords.front() != replaced) analysis->parts.push_back(kept);
+        if (kept.get() != replaced) analysis->parts.push_back(kept);
     analysis->parts.push_back(std::move(part.linter));
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;
 }
 
-std::string Analysis::descriptionOf(const Word& word) const {
-    const OptionDef* option = optionOf(word);
+KeywordReading Analysis::recordsAt(const Word& word) const {
     auto next = keywordStartAt(keywordStarts, word.offset + 1);
-    if (option == nullptr || next == keywordStarts.begin()) return {};
+    if (next == keywordStarts.begin()) return {};
     const KeywordStart& keyword = *std::prev(next);
     // The first keyword takes over an option opened before any keyword: it
     // is read with what comes before it.
@@ -425,13 +424,25 @@ std::string Analysis::descriptionOf(const Word& word) const {
     const std::size_t start = first ? 0 : text.rfind('\n', keyword.offset) + 1;
     const std::size_t end = next == keywordStarts.end() ? text.size() : next->offset;
     if (!first && start == 0) return {};
-    const PartReading part =
+    PartReading part =
         readPart(text.substr(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
+    KeywordReading records{part.linter, nullptr, nullptr};
     const std::vector<KeywordDef*>& read = part.linter->definitions().keywords;
-    if (read.empty()) return {};
-    for (const OptionDef* again : read.back()->options)
-        if (again->name == option->name) return std::string(again->description.view());
-    return {};
+    if (read.empty()) return records;
+    records.keyword = read.back();
+    // The option is the one named last before the word, within its keyword.
+    for (const Word* at = &word; at >= words.data(); --at) {
+        if (at->directive != 0 && at->spec()->directive == Directive::KEYWORD) break;
+        if (at->role != WordRole::OptionName || at->directive != 0) continue;
+        const std::string name = this->text(*at);
+        for (const OptionDef* option : records.keyword->options)
+            if (option->name == name) {
+                records.option = option;
+                break;
+            }
+        break;
+    }
+    return records;
 }
 
 }  // namespace quillet::lsp

@@ -8,6 +8,13 @@ KeywordDef* DefinitionSet::newKeyword() { return keywordStore_.create(++keywordC
 
 OptionDef* DefinitionSet::newOption() { return optionStore_.create(++optionCounter_); }
 
+void DefinitionSet::forgetKeywords() {
+    keywords.clear();
+    keywords.shrink_to_fit();
+    keywordStore_.clear();
+    optionStore_.clear();
+}
+
 LookupTableDef* DefinitionSet::newLookupTable(Text name) {
     LookupTableDef* table = tableStore_.create(name);
     lookupTables[table->name] = table;

@@ -55,6 +55,11 @@ public:
     void addLookupEntry(LookupTableDef& table, Text entryId, Text entryName, std::int32_t value);
     bool findEntryValueById(std::string_view entryId, std::int32_t& value) const;
 
+    // Destroys the keyword and option records and empties `keywords`; the
+    // texts and the lookup tables stay. For a reading kept only for what
+    // later readings of its parts look up: its names and its tables.
+    void forgetKeywords();
+
     // Byte-wise stable sorts used by the documentation path: the records by
     // name, then each record's options by name.
     void sortForDocumentation();

@@ -20,10 +20,14 @@ public:
     RecordStore() = default;
     RecordStore(const RecordStore&) = delete;
     RecordStore& operator=(const RecordStore&) = delete;
-    ~RecordStore() {
+    ~RecordStore() { clear(); }
+
+    // Destroys every record; the handles to them are dangling after.
+    void clear() {
         for (Block& block : blocks_) {
             for (std::size_t i = 0; i < block.used; ++i) block.records()[i].~Record();
         }
+        blocks_.clear();
     }
 
     template <typename... Args>

@@ -58,39 +58,52 @@ TEST(WordIndex, LinesKnowWhereTheirWordsEnd) {
 namespace quillet::lsp {
 namespace {
 
-// The model leaves descriptions out; an option's is read again from its
-// keyword's lines, and must be what a reading that keeps them gives.
-TEST(Descriptions, ReadAgainAsAReadingThatKeepsThem) {
-    std::size_t described = 0;
+// The model keeps no keyword or option records: a hover reads its keyword
+// again, and must find what a whole reading, descriptions kept, has there.
+TEST(Records, ReadAgainAsTheWholeReadingHasThem) {
+    std::size_t compared = 0;
     for (unsigned seed = 0; seed < 300; ++seed) {
         std::mt19937 random(seed);
         testing::Lines lines = testing::generate(random);
         for (unsigned broken = random() % 4; broken > 0; --broken) testing::mutate(lines, random);
         const std::string text = testing::join(lines);
         const auto analysis = analyse(std::make_shared<const Snapshot>(text, 1), 1, "", 0);
-        lint::DefinitionLinter keeping(std::numeric_limits<std::size_t>::max());
+        lint::DefinitionLinter whole(std::numeric_limits<std::size_t>::max());
         LineReader reader(text);
-        keeping.read(reader);
-        const std::vector<KeywordDef*>& kept = keeping.definitions().keywords;
-        const std::vector<KeywordDef*>& read = analysis->definitions().keywords;
-        ASSERT_EQ(kept.size(), read.size());
+        whole.read(reader);
         for (const Word& word : analysis->words) {
-            if (word.role != WordRole::OptionName || word.directive != 0) continue;
-            const OptionDef* option = analysis->optionOf(word);
-            const KeywordDef* keyword = analysis->keywordOf(word);
-            // Only a keyword of the whole reading's model has a place in it.
-            const auto at = std::find(read.begin(), read.end(), keyword);
-            if (option == nullptr || at == read.end()) continue;
-            const KeywordDef& same = *kept[static_cast<std::size_t>(at - read.begin())];
-            const auto index = std::find(keyword->options.begin(), keyword->options.end(), option) -
-                               keyword->options.begin();
-            ASSERT_LT(static_cast<std::size_t>(index), same.options.size()) << text;
-            EXPECT_EQ(analysis->descriptionOf(word), same.options[static_cast<std::size_t>(index)]->description.view())
+            if ((word.role != WordRole::KeywordName && word.role != WordRole::OptionName) || word.directive != 0)
+                continue;
+            const KeywordReading records = analysis->recordsAt(word);
+            if (records.keyword == nullptr) continue;
+            // The last of its line: a line may hold two KEYWORD: words.
+            const std::vector<KeywordDef*>& kept = whole.definitions().keywords;
+            const auto same = std::find_if(kept.rbegin(), kept.rend(), [&](const KeywordDef* keyword) {
+                return keyword->lineNumber == records.keyword->lineNumber;
+            });
+            ASSERT_NE(same, kept.rend()) << analysis->text(word) << "\n" << text;
+            const KeywordDef& a = *records.keyword;
+            const KeywordDef& b = **same;
+            ASSERT_EQ(a.options.size(), b.options.size()) << text;
+            EXPECT_TRUE(a.name == b.name && a.id == b.id && a.summary == b.summary && a.deprecated == b.deprecated)
                 << analysis->text(word) << "\n" << text;
-            described += !same.options[static_cast<std::size_t>(index)]->description.empty();
+            if (word.role == WordRole::OptionName) {
+                ASSERT_NE(records.option, nullptr) << analysis->text(word) << "\n" << text;
+                const OptionDef& o = *records.option;
+                const auto index = static_cast<std::size_t>(std::find(a.options.begin(), a.options.end(), &o) -
+                                                            a.options.begin());
+                ASSERT_LT(index, b.options.size());
+                const OptionDef& p = *b.options[index];
+                EXPECT_TRUE(o.name == p.name && o.id == p.id && o.type == p.type && o.hasDefault == p.hasDefault &&
+                            o.defaultText == p.defaultText && o.minimumText == p.minimumText &&
+                            o.maximumText == p.maximumText && o.lookupTableName == p.lookupTableName &&
+                            o.description == p.description)
+                    << analysis->text(word) << "\n" << text;
+                compared += !p.description.empty();
+            }
         }
     }
-    EXPECT_GT(described, 300u);
+    EXPECT_GT(compared, 300u);
 }
 
 }  // namespace

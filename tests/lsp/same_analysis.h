@@ -57,18 +57,18 @@ inline std::string differenceBetween(const Analysis& again, const Analysis& whol
         if (placeIn(again) != placeIn(whole)) return "place of " + whole.text(word);
     }
     if (again.keywords.size() != whole.keywords.size()) return "keyword count";
-    for (const auto& [name, keyword] : whole.keywords) {
-        const auto found = again.keywords.find(name);
-        if (found == again.keywords.end()) return "keyword " + std::string(name);
-        const KeywordDef& a = *found->second;
-        if (a.id.view() != keyword->id.view() || a.summary.view() != keyword->summary.view() ||
-            a.options.size() != keyword->options.size())
-            return "keyword record " + std::string(name);
-        for (std::size_t o = 0; o < a.options.size(); ++o)
-            if (a.options[o]->name.view() != keyword->options[o]->name.view() ||
-                a.options[o]->defaultText.view() != keyword->options[o]->defaultText.view() ||
-                a.options[o]->hasDefault != keyword->options[o]->hasDefault)
-                return "option " + std::to_string(o) + " of " + std::string(name);
+    for (const auto& [name, reading] : whole.keywords)
+        if (!again.keywords.contains(name)) return "keyword " + std::string(name);
+    // A hover's records, read again where the keyword now stands.
+    for (std::size_t i = 0; i < whole.words.size(); ++i) {
+        if (whole.words[i].role != WordRole::KeywordName || whole.words[i].directive != 0) continue;
+        const KeywordReading a = again.recordsAt(again.words[i]);
+        const KeywordReading b = whole.recordsAt(whole.words[i]);
+        if ((a.keyword == nullptr) != (b.keyword == nullptr)) return "keyword record at word " + std::to_string(i);
+        if (a.keyword != nullptr &&
+            (a.keyword->id.view() != b.keyword->id.view() || a.keyword->summary.view() != b.keyword->summary.view() ||
+             a.keyword->options.size() != b.keyword->options.size()))
+            return "keyword record " + whole.text(whole.words[i]);
     }
     return {};
 }
