@@ -29,11 +29,11 @@ void Checker::run(const std::string& uri) {
     // the document's newest version.
     std::shared_ptr<const Analysis> analysis;
     if (job.previous != nullptr) analysis = reanalyse(*job.previous, job.snapshot, job.generation, job.aliasesPath);
-    if (analysis == nullptr) {
-        const std::size_t words = job.previous == nullptr ? 0 : job.previous->words.size();
-        job.previous.reset();
-        analysis = analyse(std::move(job.snapshot), job.generation, job.aliasesPath, words, &stop_);
-    }
+    const std::size_t words = job.previous == nullptr ? 0 : job.previous->words.size();
+    // Let go before `done_`, which gives a large document's freed memory
+    // back to the system.
+    job.previous.reset();
+    if (analysis == nullptr) analysis = analyse(std::move(job.snapshot), job.generation, job.aliasesPath, words, &stop_);
     {
         const std::lock_guard lock(mutex_);
         running_.clear();

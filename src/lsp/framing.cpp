@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 
@@ -106,11 +107,18 @@ Frame MessageReader::next(std::string& body) {
         lost_ = true;
         return Frame::Malformed;
     }
-    buffer_.reserve(at_ + length);
-    while (buffer_.size() - at_ < length)
-        if (!fill()) return Frame::End;
-    body.assign(buffer_, at_, length);
-    at_ += length;
+    // The rest of the body is read straight into it: a large document's
+    // message is then held once, not in the buffer and in the body too.
+    const std::size_t buffered = std::min(length, buffer_.size() - at_);
+    body.assign(buffer_, at_, buffered);
+    at_ += buffered;
+    body.resize(length);
+    for (std::size_t got = buffered; got < length;) {
+        const ssize_t count = ::read(fd_, body.data() + got, length - got);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return Frame::End;
+        got += static_cast<std::size_t>(count);
+    }
     // Keeps the buffer from growing with every message, and gives back
     // what a large document's message took.
     if (at_ == buffer_.size()) {

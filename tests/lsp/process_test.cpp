@@ -44,6 +44,21 @@ TEST(Process, BrokenMessagesAreAnsweredAndReadingGoesOn) {
                         framed(R"({"id":2,"jsonrpc":"2.0","result":null})"));
 }
 
+// A body longer than what one read of the pipe gives is read on into the
+// body itself: the messages before and after it stay whole.
+TEST(Process, ALargeBodyLeavesTheNextMessageWhole) {
+    std::string text;
+    while (text.size() < 300000) text += "# a comment line of the definition\\n";
+    const std::string open = R"({"jsonrpc":"2.0","method":"textDocument/didOpen","params":{"textDocument":{)"
+                             R"("uri":"file:///big.def","languageId":"quillet","version":1,"text":")" +
+                             text + "\"}}}";
+    const ProcessResult result = serve(kInitialize + framed(open) + kShutdown + kExit);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find(framed(R"({"id":2,"jsonrpc":"2.0","result":null})")), std::string::npos);
+    EXPECT_NE(result.out.find("file:///big.def"), std::string::npos);  // its diagnostics: the body was whole
+    EXPECT_EQ(result.out.find("-32700"), std::string::npos);
+}
+
 TEST(Process, ExitStatusTellsWhetherTheClientShutItDown) {
     EXPECT_EQ(serve(kInitialize + kShutdown + kExit).status, 0);
     EXPECT_EQ(serve(kInitialize + kExit).status, 1);
