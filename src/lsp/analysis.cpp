@@ -34,7 +34,10 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     const std::string_view text = analysis->snapshot->text;
     auto linter = std::make_shared<lint::DefinitionLinter>(std::numeric_limits<std::size_t>::max());
     const ReaderLines lines(text, analysis->snapshot->lines.lines());
-    analysis->words.reserve(expectedWords + expectedWords / 8);
+    // Room for a word per eight bytes, as a first reading has no count to go
+    // by: a word index grown by copying would hold twice its size at once.
+    // Only the part the words fill is ever touched.
+    analysis->words.reserve(std::max(expectedWords + expectedWords / 8, text.size() / 8));
     analysis->wordsEnd.reserve(lines.count());
     WordCollector collector(text, lines, analysis->words, analysis->wordsEnd, analysis->keywordStarts);
     linter->leaveOutDescriptions();
@@ -43,8 +46,6 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     linter->read(reader);
     linter->forward(nullptr);
     collector.settleLine();
-    if (analysis->words.capacity() > analysis->words.size() + analysis->words.size() / 4)
-        analysis->words.shrink_to_fit();
     for (std::size_t i = 0; i < analysis->words.size(); ++i)
         if (analysis->words[i].role == WordRole::TableName && analysis->words[i].directive == 0)
             analysis->tables.emplace(analysis->text(analysis->words[i]), static_cast<std::uint32_t>(i));

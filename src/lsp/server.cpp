@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "format/formatter.h"
+#include "lsp/message_parser.h"
 #include "lsp/requests.h"
 #include "lsp/serve.h"
 
@@ -101,12 +102,12 @@ void Server::error(const json& id, int code, std::string message) {
 void Server::malformed() { error(nullptr, kParseError, "Parse error: malformed message header"); }
 
 void Server::handle(std::string body) {
-    json message = json::parse(body, nullptr, false);
+    json message;
     // A client may send its buffer's bytes unchecked: they are read as a
     // decoder would show them.
-    if (message.is_discarded()) message = json::parse(toValidUtf8(body), nullptr, false);
+    const bool parsed = parseMessage(body, message) || parseMessage(toValidUtf8(body), message);
     std::string().swap(body);
-    if (message.is_discarded()) return error(nullptr, kParseError, "Parse error: the message is not valid JSON");
+    if (!parsed) return error(nullptr, kParseError, "Parse error: the message is not valid JSON");
     dispatch(message);
 }
 

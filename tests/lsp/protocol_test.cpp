@@ -5,6 +5,7 @@
 #include <map>
 
 #include "format/formatter.h"
+#include "lsp/message_parser.h"
 #include "session.h"
 #include "support/tool_process.h"
 
@@ -335,6 +336,22 @@ TEST_F(Protocol, ErrorsAndUnknownDocuments) {
     EXPECT_EQ(session.call("textDocument/hover", {})["error"]["code"], kInvalidRequest);
     session.notify("exit", nullptr);
     EXPECT_EQ(session.server().exitStatus(), 0);
+}
+
+// The server's own parser, which moves strings out instead of copying them,
+// reads every body as nlohmann's does, and refuses the same ones.
+TEST(ProtocolMessages, ParsedAsJsonParseReadsThem) {
+    for (const char* body : {R"({"a":1,"b":[true,null,2.5,-3,18446744073709551615,"x\u00e9"],"c":{"d":{}}})",
+                             R"({"a":1,"a":[2]})", R"([[],[[1]],{},[{"x":[]}]])", R"("text")", "12", " null ", "",
+                             "{", R"({"a":})", "[1,]", "{} x", "\"\xff\"", R"({"a":"b",})", "[1e999]"}) {
+        const json expected = json::parse(body, nullptr, false);
+        json got;
+        const bool parsed = parseMessage(body, got);
+        EXPECT_EQ(parsed, !expected.is_discarded()) << body;
+        if (parsed) {
+            EXPECT_EQ(got, expected) << body;
+        }
+    }
 }
 
 TEST(ProtocolStart, RequestsBeforeInitializeAreRefused) {
