@@ -9,7 +9,6 @@
 
 namespace quillet::lsp {
 
-
 std::string Analysis::text(const Word& word) const {
     std::string text;
     for (char c : source(word))
@@ -23,6 +22,38 @@ const Word* Analysis::wordAt(std::size_t offset) const {
     if (after == words.begin()) return nullptr;
     const Word& word = *std::prev(after);
     return offset <= word.offset + word.length ? &word : nullptr;
+}
+
+KeywordReading Analysis::recordsAt(const Word& word) const {
+    auto next = keywordStartAt(keywordStarts, word.offset + 1);
+    if (next == keywordStarts.begin()) return {};
+    const KeywordStart& keyword = *std::prev(next);
+    // The first keyword takes over an option opened before any keyword: it
+    // is read with what comes before it.
+    const std::string_view text = snapshot->text;
+    const bool first = std::prev(next) == keywordStarts.begin();
+    const std::size_t start = first ? 0 : text.rfind('\n', keyword.offset) + 1;
+    const std::size_t end = next == keywordStarts.end() ? text.size() : next->offset;
+    if (!first && start == 0) return {};
+    PartReading part =
+        readPart(text.substr(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
+    KeywordReading records{part.linter, nullptr, nullptr};
+    const std::vector<KeywordDef*>& read = part.linter->definitions().keywords;
+    if (read.empty()) return records;
+    records.keyword = read.back();
+    // The option is the one named last before the word, within its keyword.
+    for (auto at = words.begin() + (&word - words.data()) + 1; at != words.begin();) {
+        --at;
+        if (at->directive != 0 && at->spec()->directive == Directive::KEYWORD) break;
+        if (at->role != WordRole::OptionName || at->directive != 0) continue;
+        const std::string name = this->text(*at);
+        const auto& options = records.keyword->options;
+        const auto named = std::find_if(options.begin(), options.end(),
+                                        [&name](const OptionDef* option) { return option->name == name; });
+        if (named != options.end()) records.option = *named;
+        break;
+    }
+    return records;
 }
 
 std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot, std::uint64_t generation,

@@ -63,9 +63,6 @@ struct AliasesFile {
     std::vector<Problem> problems;
 };
 
-// Everything the requests answer from: one complete lint of one snapshot of
-// a document (a reading of the whole file, or an earlier analysis with the
-// keyword a change fell in read again), its words and its model.
 // A keyword's lines read again alone, descriptions kept, and the records
 // read there that a word belongs to.
 struct KeywordReading {
@@ -73,6 +70,10 @@ struct KeywordReading {
     const KeywordDef* keyword = nullptr;
     const OptionDef* option = nullptr;  // whose lines hold the word, if any
 };
+
+// Everything the requests answer from: one complete lint of one snapshot of
+// a document (a reading of the whole file, or an earlier analysis with the
+// keyword a change fell in read again), its words and its lookup tables.
 
 struct Analysis {
     // By keyword name, the first of each: the reading holding the name's

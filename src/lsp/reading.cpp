@@ -8,6 +8,8 @@
 #include <string>
 #include <unordered_set>
 
+#include "reader/line_reader.h"
+
 namespace quillet::lsp {
 
 namespace {
@@ -86,6 +88,30 @@ Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset) {
                                         [](const Word& word, std::size_t at) { return word.offset < at; });
     if (found != words.end() && found->offset == offset) return {offset, found->length};
     return {offset, runLength(text, offset)};
+}
+
+std::size_t lineFeeds(std::string_view text) { return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')); }
+
+std::vector<KeywordStart>::const_iterator keywordStartAt(const std::vector<KeywordStart>& starts, std::size_t offset) {
+    return std::lower_bound(starts.begin(), starts.end(), offset,
+                            [](const KeywordStart& start, std::size_t at) { return start.offset < at; });
+}
+
+PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine,
+                     bool descriptions) {
+    PartReading part;
+    if (!descriptions) part.linter->leaveOutDescriptions();
+    part.text.reserve(lines.size() + nextLine.size());
+    part.text.append(lines).append(nextLine);
+    const ReaderLines readerLines(part.text, lineFeeds(part.text), firstLine);
+    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd, part.keywordStarts);
+    part.linter->forward(&collector);
+    LineReader reader(part.text);
+    part.linter->readPart(reader, *earlier.names, earlier.definitions(), firstLine, nextLine.empty());
+    part.linter->forward(nullptr);
+    collector.settleLine();
+    part.diagnostics = part.linter->takeDiagnostics();
+    return part;
 }
 
 // Made in place: its uses view its text, which a move of a short string

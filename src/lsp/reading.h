@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -60,6 +63,27 @@ private:
         std::size_t size = 0;
     } last_;
 };
+
+std::size_t lineFeeds(std::string_view text);
+
+// The first KEYWORD: word at or after `offset`.
+std::vector<KeywordStart>::const_iterator keywordStartAt(const std::vector<KeywordStart>& starts, std::size_t offset);
+
+// One keyword read alone: its lines and the next keyword's KEYWORD:.
+struct PartReading {
+    std::shared_ptr<lint::DefinitionLinter> linter = std::make_shared<lint::DefinitionLinter>(
+        std::numeric_limits<std::size_t>::max());
+    std::string text;
+    WordIndex words;  // offsets within `text`
+    std::vector<std::uint8_t> wordsEnd;
+    std::vector<KeywordStart> keywordStarts;
+    std::vector<lint::Diagnostic> diagnostics;
+};
+
+// Reads `lines`, the file's from `firstLine` on, then `nextLine` (none: the
+// lines end the file), over `earlier`'s names and tables.
+PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine,
+                     bool descriptions = false);
 
 // A word's place: the word there, or the bytes up to the next blank.
 Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset);

@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <optional>
 
 #include "lsp/analysis.h"
 #include "lsp/reading.h"
-#include "reader/line_reader.h"
 
 namespace quillet::lsp {
 
@@ -34,14 +32,6 @@ std::size_t commonSuffix(std::string_view a, std::string_view b) {
         taken += kBlock;
     while (taken < size && a[a.size() - taken - 1] == b[b.size() - taken - 1]) ++taken;
     return taken;
-}
-
-std::size_t lineFeeds(std::string_view text) { return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')); }
-
-// The first KEYWORD: word at or after `offset`.
-std::vector<KeywordStart>::const_iterator keywordStartAt(const std::vector<KeywordStart>& starts, std::size_t offset) {
-    return std::lower_bound(starts.begin(), starts.end(), offset,
-                            [](const KeywordStart& start, std::size_t at) { return start.offset < at; });
 }
 
 // Where the line holding `offset` starts, when only blanks stand before
@@ -98,34 +88,6 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
     lines.end = *nextStart;
     lines.nextLine = std::string(text.substr(*nextStart, next->offset + kKeyword.size() - *nextStart));
     return lines;
-}
-
-// One keyword read alone: its lines and the next keyword's KEYWORD:.
-struct PartReading {
-    std::shared_ptr<lint::DefinitionLinter> linter = std::make_shared<lint::DefinitionLinter>(
-        std::numeric_limits<std::size_t>::max());
-    std::string text;
-    WordIndex words;  // offsets within `text`
-    std::vector<std::uint8_t> wordsEnd;
-    std::vector<KeywordStart> keywordStarts;
-    std::vector<lint::Diagnostic> diagnostics;
-};
-
-PartReading readPart(std::string_view lines, const std::string& nextLine, const Analysis& earlier, int firstLine,
-                     bool descriptions = false) {
-    PartReading part;
-    if (!descriptions) part.linter->leaveOutDescriptions();
-    part.text.reserve(lines.size() + nextLine.size());
-    part.text.append(lines).append(nextLine);
-    const ReaderLines readerLines(part.text, lineFeeds(part.text), firstLine);
-    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd, part.keywordStarts);
-    part.linter->forward(&collector);
-    LineReader reader(part.text);
-    part.linter->readPart(reader, *earlier.names, earlier.definitions(), firstLine, nextLine.empty());
-    part.linter->forward(nullptr);
-    collector.settleLine();
-    part.diagnostics = part.linter->takeDiagnostics();
-    return part;
 }
 
 // Whether the part's directives leave the rest of the file as it was: it
@@ -411,38 +373,6 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     analysis->parts.push_back(std::move(part.linter));
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;
-}
-
-KeywordReading Analysis::recordsAt(const Word& word) const {
-    auto next = keywordStartAt(keywordStarts, word.offset + 1);
-    if (next == keywordStarts.begin()) return {};
-    const KeywordStart& keyword = *std::prev(next);
-    // The first keyword takes over an option opened before any keyword: it
-    // is read with what comes before it.
-    const std::string_view text = snapshot->text;
-    const bool first = std::prev(next) == keywordStarts.begin();
-    const std::size_t start = first ? 0 : text.rfind('\n', keyword.offset) + 1;
-    const std::size_t end = next == keywordStarts.end() ? text.size() : next->offset;
-    if (!first && start == 0) return {};
-    PartReading part =
-        readPart(text.substr(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
-    KeywordReading records{part.linter, nullptr, nullptr};
-    const std::vector<KeywordDef*>& read = part.linter->definitions().keywords;
-    if (read.empty()) return records;
-    records.keyword = read.back();
-    // The option is the one named last before the word, within its keyword.
-    for (const Word* at = &word; at >= words.data(); --at) {
-        if (at->directive != 0 && at->spec()->directive == Directive::KEYWORD) break;
-        if (at->role != WordRole::OptionName || at->directive != 0) continue;
-        const std::string name = this->text(*at);
-        for (const OptionDef* option : records.keyword->options)
-            if (option->name == name) {
-                records.option = option;
-                break;
-            }
-        break;
-    }
-    return records;
 }
 
 }  // namespace quillet::lsp

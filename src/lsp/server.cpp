@@ -46,7 +46,6 @@ const char* encodingName(Encoding encoding) {
     return "utf-16";
 }
 
-
 // Offsets are kept in 32 bits.
 constexpr std::size_t kLargestDocument = std::numeric_limits<std::uint32_t>::max();
 
