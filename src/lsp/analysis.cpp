@@ -30,13 +30,13 @@ KeywordReading Analysis::recordsAt(const Word& word) const {
     const KeywordStart& keyword = *std::prev(next);
     // The first keyword takes over an option opened before any keyword: it
     // is read with what comes before it.
-    const std::string_view text = snapshot->text;
+    const DocumentText& text = snapshot->text;
     const bool first = std::prev(next) == keywordStarts.begin();
-    const std::size_t start = first ? 0 : text.rfind('\n', keyword.offset) + 1;
+    const std::size_t start = first ? 0 : text.lineStart(keyword.offset);
     const std::size_t end = next == keywordStarts.end() ? text.size() : next->offset;
     if (!first && start == 0) return {};
     PartReading part =
-        readPart(text.substr(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
+        readPart(text.copy(start, end - start), {}, *this, first ? 1 : static_cast<int>(keyword.line), true);
     KeywordReading records{part.linter, nullptr, nullptr};
     const std::vector<KeywordDef*>& read = part.linter->definitions().keywords;
     if (read.empty()) return records;
@@ -62,7 +62,7 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     auto analysis = std::make_shared<Analysis>();
     analysis->snapshot = std::move(snapshot);
     analysis->generation = generation;
-    const std::string_view text = analysis->snapshot->text;
+    const DocumentText& text = analysis->snapshot->text;
     auto linter = std::make_shared<lint::DefinitionLinter>(std::numeric_limits<std::size_t>::max());
     const ReaderLines lines(text, analysis->snapshot->lines.lines());
     // Room for a word per eight bytes, as a first reading has no count to go
@@ -73,7 +73,10 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     WordCollector collector(text, lines, analysis->words, analysis->wordsEnd, analysis->keywordStarts);
     linter->leaveOutDescriptions();
     linter->forward(&collector);
-    LineReader reader(text, stop);
+    std::vector<std::string_view> pieces;
+    pieces.reserve(text.pieceCount());
+    for (std::size_t index = 0; index < text.pieceCount(); ++index) pieces.push_back(text.piece(index).text);
+    LineReader reader(std::move(pieces), stop);
     linter->read(reader);
     linter->forward(nullptr);
     collector.settleLine();

@@ -58,6 +58,7 @@ struct Problem {
 struct AliasesFile {
     std::string path;
     std::string text;
+    DocumentText document;  // views `text`
     LineIndex lines;
     std::vector<lint::AliasUse> uses;
     std::vector<Problem> problems;
@@ -102,7 +103,7 @@ struct Analysis {
 
     const DefinitionSet& definitions() const { return linter->definitions(); }
     std::string_view source(const Word& word) const {
-        return std::string_view(snapshot->text).substr(word.offset, word.length);
+        return snapshot->text.view(word.offset, word.length);
     }
     // The word as the reader took it: without its quote characters.
     std::string text(const Word& word) const;

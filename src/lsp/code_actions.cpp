@@ -20,10 +20,16 @@ json replacement(const TextView& view, Span span, std::string_view text) {
 // file. (A protocol position cannot stand between the two.)
 json lineEndEdits(const TextView& view) {
     json edits = json::array();
-    const std::string_view text = view.text;
-    for (std::size_t at = 0; (at = text.find('\r', at)) != std::string_view::npos; ++at) {
-        if (at + 1 == text.size()) edits.push_back(replacement(view, {at, 1}, ""));
-        else if (text[at + 1] == '\n') edits.push_back(replacement(view, {at, 2}, "\n"));
+    // A piece ends at a line feed: a carriage return and the byte after it
+    // are in one.
+    for (std::size_t index = 0; index < view.text.pieceCount(); ++index) {
+        const DocumentText::Piece piece = view.text.piece(index);
+        const std::string_view text = piece.text;
+        for (std::size_t at = 0; (at = text.find('\r', at)) != std::string_view::npos; ++at) {
+            if (piece.offset + at + 1 == view.text.size()) edits.push_back(replacement(view, {piece.offset + at, 1}, ""));
+            else if (at + 1 < text.size() && text[at + 1] == '\n')
+                edits.push_back(replacement(view, {piece.offset + at, 2}, "\n"));
+        }
     }
     return edits;
 }

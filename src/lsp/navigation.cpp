@@ -88,7 +88,7 @@ json references(const Analysis& analysis, const std::string& uri, std::size_t of
     if (analysis.aliases) {
         const AliasesFile& aliases = *analysis.aliases;
         const std::string aliasesUri = uriOfPath(aliases.path);
-        const TextView aliasesView{aliases.text, aliases.lines, view.encoding};
+        const TextView aliasesView{aliases.document, aliases.lines, view.encoding};
         for (const lint::AliasUse& use : aliases.uses) {
             if (use.keyword != keyword->name.view()) continue;
             // The use views the file's own text.

@@ -23,7 +23,7 @@ constexpr int kRequestCancelled = -32800;
 // The document text, its lines and the client's way of counting characters:
 // what turns byte spans into protocol ranges.
 struct TextView {
-    std::string_view text;
+    const DocumentText& text;
     const LineIndex& lines;
     Encoding encoding;
 

@@ -28,33 +28,43 @@ std::size_t sourceLength(std::string_view source, std::size_t offset, std::size_
     return at - offset;
 }
 
+// A word lies on one line, and so in one piece.
+std::size_t sourceLength(const DocumentText& text, std::size_t offset, std::size_t size) {
+    const DocumentText::Piece piece = text.pieceAt(offset);
+    return sourceLength(piece.text, offset - piece.offset, size);
+}
+
 bool isIndexed(WordRole role) {
     return role != WordRole::Text && role != WordRole::Unused && role != WordRole::Extra;
 }
 
 // From a position up to the next blank or line end, at least one byte.
-std::size_t runLength(std::string_view text, std::size_t offset) {
-    std::size_t end = offset;
-    while (end < text.size() && text[end] != ' ' && text[end] != '\t' && text[end] != '\n' && text[end] != '\r') ++end;
-    return std::max<std::size_t>(end - offset, 1);
+std::size_t runLength(const DocumentText& document, std::size_t offset) {
+    const std::string_view text = document.restOfLine(offset);
+    const std::size_t end = std::min(text.find_first_of(" \t\r"), text.size());
+    return std::max<std::size_t>(end, 1);
 }
 
 }  // namespace
 
-ReaderLines::ReaderLines(std::string_view text, std::size_t lineCount, int firstLine)
-    : text_(text), firstLine_(firstLine) {
+ReaderLines::ReaderLines(const DocumentText& text, std::size_t lineCount, int firstLine)
+    : size_(text.size()), firstLine_(firstLine) {
     starts_.reserve(lineCount + 1);
     starts_.push_back(0);
-    for (const char *at = text.data(), *end = at + text.size();
-         (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)))) != nullptr;)
-        starts_.push_back(static_cast<std::uint32_t>(++at - text.data()));
+    for (std::size_t index = 0; index < text.pieceCount(); ++index) {
+        const DocumentText::Piece piece = text.piece(index);
+        const char* data = piece.text.data();
+        for (const char *at = data, *end = at + piece.text.size();
+             (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)))) != nullptr;)
+            starts_.push_back(static_cast<std::uint32_t>(piece.offset + static_cast<std::size_t>(++at - data)));
+    }
 }
 
 std::size_t ReaderLines::offset(Position position) const {
     if (position.line < firstLine_) return 0;
     const std::size_t line = index(position.line);
-    if (line >= starts_.size()) return text_.size();
-    return std::min(starts_[line] + static_cast<std::size_t>(std::max(position.column, 1) - 1), text_.size());
+    if (line >= starts_.size()) return size_;
+    return std::min(starts_[line] + static_cast<std::size_t>(std::max(position.column, 1) - 1), size_);
 }
 
 void WordCollector::word(const WordEvent& event) {
@@ -83,7 +93,7 @@ void WordCollector::settleLine() {
     wordsEnd_[last_.line - 1] = static_cast<std::uint8_t>(std::min<std::size_t>(end, 255));
 }
 
-Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset) {
+Span spanAt(const DocumentText& text, const WordIndex& words, std::size_t offset) {
     const auto found = std::lower_bound(words.begin(), words.end(), offset,
                                         [](const Word& word, std::size_t at) { return word.offset < at; });
     if (found != words.end() && found->offset == offset) return {offset, found->length};
@@ -103,8 +113,9 @@ PartReading readPart(std::string_view lines, const std::string& nextLine, const 
     if (!descriptions) part.linter->leaveOutDescriptions();
     part.text.reserve(lines.size() + nextLine.size());
     part.text.append(lines).append(nextLine);
-    const ReaderLines readerLines(part.text, lineFeeds(part.text), firstLine);
-    WordCollector collector(part.text, readerLines, part.words, part.wordsEnd, part.keywordStarts);
+    const DocumentText text = DocumentText::over(part.text);
+    const ReaderLines readerLines(text, lineFeeds(part.text), firstLine);
+    WordCollector collector(text, readerLines, part.words, part.wordsEnd, part.keywordStarts);
     part.linter->forward(&collector);
     LineReader reader(part.text);
     part.linter->readPart(reader, *earlier.names, earlier.definitions(), firstLine, nextLine.empty());
@@ -122,11 +133,12 @@ std::unique_ptr<const AliasesFile> readAliases(const std::string& path, const An
     auto file = std::make_unique<AliasesFile>();
     file->path = path;
     file->text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    file->lines = LineIndex(file->text);
+    file->document = DocumentText::over(file->text);
+    file->lines = LineIndex(file->document);
     std::unordered_set<std::string> names;
     for (const auto& [name, keyword] : keywords) names.emplace(name);
-    const ReaderLines lines(file->text, file->lines.lines());
-    file->problems = locate(lint::checkAliases(file->text, std::move(names), &file->uses), file->text, {},
+    const ReaderLines lines(file->document, file->lines.lines());
+    file->problems = locate(lint::checkAliases(file->text, std::move(names), &file->uses), file->document, {},
                             [&lines](Position position) { return lines.offset(position); });
     return file;
 }

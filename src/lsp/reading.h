@@ -21,7 +21,7 @@ namespace quillet::lsp {
 class ReaderLines {
 public:
     // `lineCount`: at least as many lines as the text has line feeds.
-    ReaderLines(std::string_view text, std::size_t lineCount, int firstLine = 1);
+    ReaderLines(const DocumentText& text, std::size_t lineCount, int firstLine = 1);
 
     std::size_t count() const { return starts_.size(); }
     // Of the text's lines, the one the file numbers `line`.
@@ -30,7 +30,7 @@ public:
     std::size_t offset(Position position) const;
 
 private:
-    std::string_view text_;
+    std::size_t size_;
     int firstLine_;
     // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
     std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
@@ -40,7 +40,7 @@ private:
 // each line's last word ends.
 class WordCollector final : public ReadObserver {
 public:
-    WordCollector(std::string_view text, const ReaderLines& lines, WordIndex& words,
+    WordCollector(const DocumentText& text, const ReaderLines& lines, WordIndex& words,
                   std::vector<std::uint8_t>& wordsEnd, std::vector<KeywordStart>& keywordStarts)
         : text_(text), lines_(lines), words_(words), wordsEnd_(wordsEnd), keywordStarts_(keywordStarts) {}
 
@@ -49,7 +49,7 @@ public:
     void settleLine();
 
 private:
-    std::string_view text_;
+    const DocumentText& text_;
     const ReaderLines& lines_;
     WordIndex& words_;
     std::vector<std::uint8_t>& wordsEnd_;
@@ -86,12 +86,12 @@ PartReading readPart(std::string_view lines, const std::string& nextLine, const 
                      bool descriptions = false);
 
 // A word's place: the word there, or the bytes up to the next blank.
-Span spanAt(std::string_view text, const WordIndex& words, std::size_t offset);
+Span spanAt(const DocumentText& text, const WordIndex& words, std::size_t offset);
 
 // The diagnostics with their places in `text`, whose words are `words`;
 // `offsetOf` takes a position to its byte offset there.
 template <typename OffsetOf>
-std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, std::string_view text, const WordIndex& words,
+std::vector<Problem> locate(std::vector<lint::Diagnostic> diagnostics, const DocumentText& text, const WordIndex& words,
                             const OffsetOf& offsetOf) {
     std::vector<Problem> problems;
     problems.reserve(diagnostics.size());

@@ -14,41 +14,20 @@ constexpr std::string_view kKeyword = "KEYWORD:";
 // past this many, a whole reading starts again.
 constexpr std::size_t kMostParts = 1024;
 
-std::size_t commonPrefix(std::string_view a, std::string_view b) {
-    const std::size_t size = std::min(a.size(), b.size());
-    constexpr std::size_t kBlock = 4096;
-    std::size_t at = 0;
-    while (at + kBlock <= size && std::memcmp(a.data() + at, b.data() + at, kBlock) == 0) at += kBlock;
-    while (at < size && a[at] == b[at]) ++at;
-    return at;
-}
-
-std::size_t commonSuffix(std::string_view a, std::string_view b) {
-    const std::size_t size = std::min(a.size(), b.size());
-    constexpr std::size_t kBlock = 4096;
-    std::size_t taken = 0;
-    while (taken + kBlock <= size &&
-           std::memcmp(a.data() + a.size() - taken - kBlock, b.data() + b.size() - taken - kBlock, kBlock) == 0)
-        taken += kBlock;
-    while (taken < size && a[a.size() - taken - 1] == b[b.size() - taken - 1]) ++taken;
-    return taken;
-}
-
 // Where the line holding `offset` starts, when only blanks stand before
 // `offset` on it.
-std::optional<std::size_t> startOfLineLedBy(std::string_view text, std::size_t offset) {
-    const std::size_t feed = text.rfind('\n', offset == 0 ? 0 : offset - 1);
-    const std::size_t start = offset == 0 || feed == std::string_view::npos ? 0 : feed + 1;
-    for (std::size_t at = start; at < offset; ++at)
-        if (text[at] != ' ' && text[at] != '\t') return std::nullopt;
+std::optional<std::size_t> startOfLineLedBy(const DocumentText& text, std::size_t offset) {
+    const std::size_t start = text.lineStart(offset);
+    if (text.view(start, offset - start).find_first_not_of(" \t") != std::string_view::npos) return std::nullopt;
     return start;
 }
 
 bool isKeyword(const Word& word) { return word.spec() != nullptr && word.spec()->directive == Directive::KEYWORD; }
 
-// A KEYWORD: word of `text` written as such: not a misspelling read as one.
-bool isWrittenKeyword(const Word& word, std::string_view text) {
-    return isKeyword(word) && text.substr(word.offset, word.length) == kKeyword;
+// A KEYWORD: word written as such, not a misspelling read as one: `source`
+// holds the word's bytes.
+bool isWrittenKeyword(const Word& word, std::string_view source) {
+    return isKeyword(word) && source == kKeyword;
 }
 
 // A keyword's lines in a version: from the line of its KEYWORD: word to the
@@ -65,7 +44,7 @@ struct Lines {
 // KEYWORD: word and the next one are written as such, each first on its
 // line, and no option is opened before the first keyword.
 std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset) {
-    const std::string_view text = analysis.snapshot->text;
+    const DocumentText& text = analysis.snapshot->text;
     const WordIndex& words = analysis.words;
     auto at = std::upper_bound(words.begin(), words.end(), offset,
                                [](std::size_t place, const Word& word) { return place < word.offset; });
@@ -79,14 +58,14 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
         }))
         return std::nullopt;
     const std::optional<std::size_t> start = startOfLineLedBy(text, keyword.offset);
-    if (!isWrittenKeyword(keyword, text) || !start) return std::nullopt;
+    if (!isWrittenKeyword(keyword, analysis.source(keyword)) || !start) return std::nullopt;
     Lines lines{*start, keyword.offset, text.size(), {}};
     const auto next = std::find_if(at, words.end(), isKeyword);
     if (next == words.end()) return lines;
     const std::optional<std::size_t> nextStart = startOfLineLedBy(text, next->offset);
-    if (!isWrittenKeyword(*next, text) || !nextStart) return std::nullopt;
+    if (!isWrittenKeyword(*next, analysis.source(*next)) || !nextStart) return std::nullopt;
     lines.end = *nextStart;
-    lines.nextLine = std::string(text.substr(*nextStart, next->offset + kKeyword.size() - *nextStart));
+    lines.nextLine = std::string(text.view(*nextStart, next->offset + kKeyword.size() - *nextStart));
     return lines;
 }
 
@@ -94,7 +73,9 @@ std::optional<Lines> keywordAround(const Analysis& analysis, std::size_t offset)
 // starts with its KEYWORD: word at `keyword`, has no other but the next
 // keyword's, defines no lookup table and gives no once-per-file directive.
 bool keepsToItself(const PartReading& part, std::size_t keyword, bool toEnd) {
-    const auto written = [&part](const Word& word) { return isWrittenKeyword(word, part.text); };
+    const auto written = [&part](const Word& word) {
+        return isWrittenKeyword(word, std::string_view(part.text).substr(word.offset, word.length));
+    };
     if (part.words.empty() || !written(part.words.front()) || part.words.front().offset != keyword ||
         part.linter->definitions().keywords.empty())
         return false;
@@ -175,14 +156,19 @@ void shift(Problem& problem, std::size_t from, std::ptrdiff_t bytes, int lines) 
 }
 
 // The byte where the file's line `line` starts.
-std::size_t startOfLine(std::string_view text, int line) {
-    std::size_t at = 0;
-    for (int feeds = 1; feeds < line; ++feeds) {
-        const std::size_t feed = text.find('\n', at);
-        if (feed == std::string_view::npos) return text.size();
-        at = feed + 1;
+std::size_t startOfLine(const DocumentText& text, int line) {
+    if (line <= 1) return 0;
+    int begun = 1;
+    for (std::size_t index = 0; index < text.pieceCount(); ++index) {
+        const DocumentText::Piece piece = text.piece(index);
+        for (std::size_t at = 0;;) {
+            const std::size_t feed = piece.text.find('\n', at);
+            if (feed == std::string_view::npos) break;
+            at = feed + 1;
+            if (++begun == line) return piece.offset + at;
+        }
     }
-    return at;
+    return text.size();
 }
 
 // A version whose text is the previous one's (an edit and its undo).
@@ -208,12 +194,12 @@ std::shared_ptr<const Analysis> copyOf(const Analysis& previous, std::shared_ptr
 
 std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_ptr<const Snapshot> snapshot,
                                           std::uint64_t generation, const std::string& aliasesPath) {
-    const std::string_view before = previous.snapshot->text;
-    const std::string_view now = snapshot->text;
-    const std::size_t editStart = commonPrefix(before, now);
+    const DocumentText& before = previous.snapshot->text;
+    const DocumentText& now = snapshot->text;
+    const std::size_t editStart = before.commonPrefix(now);
     if (editStart == before.size() && editStart == now.size())
         return copyOf(previous, std::move(snapshot), generation, aliasesPath);
-    const std::size_t editEnd = before.size() - commonSuffix(before.substr(editStart), now.substr(editStart));
+    const std::size_t editEnd = before.size() - before.commonSuffix(now, editStart);
     // A line too long ends the reading there: the rest is the whole
     // reading's to give.
     if (std::any_of(previous.problems.begin(), previous.problems.end(), [](const Problem& problem) {
@@ -232,11 +218,11 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     const bool toEnd = lines.nextLine.empty();
     // The keyword is read twice: past half the file, one whole reading costs less.
     if (lines.end - lines.start > before.size() / 2) return nullptr;
-    const std::string_view partBefore = before.substr(lines.start, lines.end - lines.start);
-    const std::string_view partNow = now.substr(lines.start, partBefore.size() + now.size() - before.size());
+    const std::string partBefore = before.copy(lines.start, lines.end - lines.start);
+    const std::string partNow = now.copy(lines.start, partBefore.size() + now.size() - before.size());
     // Carriage returns are counted over the whole file.
-    if ((!toEnd && (partNow.empty() || partNow.back() != '\n')) || partNow.find('\r') != std::string_view::npos ||
-        partBefore.find('\r') != std::string_view::npos)
+    if ((!toEnd && (partNow.empty() || partNow.back() != '\n')) || partNow.find('\r') != std::string::npos ||
+        partBefore.find('\r') != std::string::npos)
         return nullptr;
     const std::size_t keywordInPart = lines.keyword - lines.start;
     const auto own = problemsOf(previous.problems, lines);
@@ -337,7 +323,7 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
                                   previous.wordsEnd.end());
 
     // Problems: the part's in place of those on the keyword's lines.
-    const ReaderLines partReaderLines(part.text, lineFeeds(part.text), firstLine);
+    const ReaderLines partReaderLines(DocumentText::over(part.text), lineFeeds(part.text), firstLine);
     std::vector<Problem> found =
         locate(std::move(part.diagnostics), now, analysis->words, [&](Position position) {
             if (position.line >= firstLine) return lines.start + partReaderLines.offset(position);

@@ -102,21 +102,21 @@ void writeSemanticTokens(const Analysis& analysis, const TextView& view, std::st
     // nothing.
     out.reserve(out.size() + (analysis.words.size() + analysis.wordsEnd.size()) * 55 + 16);
     TokenWriter tokens(view, out);
-    const std::string_view text = view.text;
+    const DocumentText& text = view.text;
     auto word = analysis.words.begin();
     std::size_t lineStart = 0;
     // Line by line as the reader read them: the words, then a comment after them.
     for (std::size_t line = 0; line < analysis.wordsEnd.size() && lineStart <= text.size(); ++line) {
-        const std::size_t newline = std::min(text.find('\n', lineStart), text.size());
+        const std::string_view lineText = text.restOfLine(lineStart);
+        const std::size_t newline = lineStart + lineText.size();
         for (std::uint32_t type = 0; word != analysis.words.end() && word->offset < newline; ++word)
             if (tokenType(*word, type)) tokens.add(word->offset, word->length, type);
-        const std::size_t from = std::min(lineStart + analysis.wordsEnd[line], newline);
-        const std::size_t found = text.substr(from, newline - from).find('#');
+        const std::size_t from = std::min<std::size_t>(analysis.wordsEnd[line], lineText.size());
+        const std::size_t found = lineText.find('#', from);
         if (found != std::string_view::npos) {
-            const std::size_t hash = from + found;
-            std::size_t end = newline;
-            if (end > hash && text[end - 1] == '\r') --end;
-            tokens.add(hash, end - hash, kComment);
+            std::size_t end = lineText.size();
+            if (end > found && lineText[end - 1] == '\r') --end;
+            tokens.add(lineStart + found, end - found, kComment);
         }
         lineStart = newline + 1;
     }

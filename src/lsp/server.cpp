@@ -268,10 +268,12 @@ json Server::didOpen(json& params) {
     if (text.size() > kLargestDocument) return nullptr;
     const std::string uri = document.at("uri").get<std::string>();
     const auto version = document.at("version").get<std::int64_t>();
+    auto snapshot = std::make_shared<const Snapshot>(text, version);
+    std::string().swap(text);
     const std::lock_guard lock(mutex_);
     Document& open = documents_[uri];
     open.opening = ++openings_;
-    open.snapshot = std::make_shared<const Snapshot>(std::move(text), version);
+    open.snapshot = std::move(snapshot);
     schedule(uri, open);
     return nullptr;
 }
@@ -312,7 +314,7 @@ void Server::applyChanges(const std::string& uri, std::uint64_t opening, std::in
             const std::size_t start = view.offset(change.at("range").at("start"));
             const std::size_t end = std::max(start, view.offset(change.at("range").at("end")));
             if (snapshot->text.size() - (end - start) + replacement.size() > kLargestDocument) return;
-            snapshot = std::make_shared<const Snapshot>(snapshot->text, snapshot->lines, start, end - start,
+            snapshot = std::make_shared<const Snapshot>(*snapshot, start, end - start,
                                                         replacement, version);
         }
     } catch (const json::exception&) {
@@ -374,7 +376,7 @@ void Server::checked(const std::string& uri, std::shared_ptr<const Analysis> ana
     if (analysis->aliases) {
         const AliasesFile& aliases = *analysis->aliases;
         const std::string aliasesUri = uriOfPath(aliases.path);
-        const TextView aliasesView{aliases.text, aliases.lines, encoding};
+        const TextView aliasesView{aliases.document, aliases.lines, encoding};
         send({{"jsonrpc", "2.0"},
               {"method", "textDocument/publishDiagnostics"},
               {"params", {{"uri", aliasesUri}, {"diagnostics", diagnosticsOf(aliases.problems, aliasesUri, aliasesView)}}}});
@@ -454,8 +456,9 @@ json Server::formatting(json& params) {
     }
     std::string formatted;
     std::vector<format::Problem> problems;
-    if (!format::formatDefinition(snapshot->text, formatted, problems)) return nullptr;
-    if (formatted == snapshot->text) return json::array();
+    const std::string text = snapshot->text.copy();
+    if (!format::formatDefinition(text, formatted, problems)) return nullptr;
+    if (formatted == text) return json::array();
     const TextView view = viewOf(*snapshot);
     return json::array({{{"range", view.range({0, snapshot->text.size()})}, {"newText", std::move(formatted)}}});
 }

@@ -2,37 +2,34 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string>
 #include <string_view>
 
+#include "lsp/document_text.h"
 #include "lsp/text_position.h"
-#include "model/large_block.h"
 
 namespace quillet::lsp {
 
 // One version of a document's text with its line index. A change makes a
-// new one; the last analysis keeps the one it read until the next is done.
-class Snapshot {
-    // Declared first: `text` views one of them.
-    std::string owned_;
-    LargeBlock block_;
-
-public:
+// new one, sharing the old one's unchanged pieces; the last analysis keeps
+// the one it read until the next is done.
+struct Snapshot {
+    // Past this size a document's memory is given back to the system after
+    // each check, and whole answers about it are made on a thread of their own.
     static constexpr std::size_t kLargeText = std::size_t{32} << 20;
 
-    std::string_view text;
+    DocumentText text;
     LineIndex lines;
     std::int64_t version = 0;
 
     // The text as a message brought it.
-    Snapshot(std::string content, std::int64_t documentVersion)
-        : owned_(std::move(content)), text(owned_), lines(text), version(documentVersion) {}
-    // `before` with `removed` bytes at `start` replaced by `inserted`. A
-    // keystroke copies the whole document; in large pages that copy costs a
-    // few hundred page faults instead of one per 4 KiB.
-    Snapshot(std::string_view before, const LineIndex& beforeLines, std::size_t start, std::size_t removed,
-             std::string_view inserted, std::int64_t documentVersion);
+    Snapshot(std::string_view content, std::int64_t documentVersion)
+        : text(content), lines(text), version(documentVersion) {}
+    // `before` with `removed` bytes at `start` replaced by `inserted`.
+    Snapshot(const Snapshot& before, std::size_t start, std::size_t removed, std::string_view inserted,
+             std::int64_t documentVersion)
+        : text(before.text, start, removed, inserted),
+          lines(before.lines, text, start, removed, inserted.size()),
+          version(documentVersion) {}
 };
 
 }  // namespace quillet::lsp

@@ -64,26 +64,33 @@ std::string toValidUtf8(std::string_view text) {
     return valid;
 }
 
-LineIndex::LineIndex(std::string_view text) {
-    const char* data = text.data();
+LineIndex::LineIndex(const DocumentText& text) {
     starts_.push_back(0);
-    for (std::size_t at = 0;;) {
-        const void* found = std::memchr(data + at, '\n', text.size() - at);
-        const std::size_t newline = found ? static_cast<const char*>(found) - data : text.size();
-        // A carriage return ends a line too, unless a line feed follows it.
-        for (std::size_t from = at; from < newline;) {
-            const void* cr = std::memchr(data + from, '\r', newline - from);
-            if (cr == nullptr) break;
-            from = static_cast<std::size_t>(static_cast<const char*>(cr) - data) + 1;
-            if (from != newline || newline == text.size()) starts_.push_back(static_cast<std::uint32_t>(from));
+    // A piece ends at a line feed, or is the last: a line end never spans two.
+    for (std::size_t index = 0; index < text.pieceCount(); ++index) {
+        const DocumentText::Piece piece = text.piece(index);
+        const char* data = piece.text.data();
+        const std::size_t size = piece.text.size();
+        const bool last = piece.offset + size == text.size();
+        for (std::size_t at = 0; at < size;) {
+            const void* found = std::memchr(data + at, '\n', size - at);
+            const std::size_t newline = found ? static_cast<const char*>(found) - data : size;
+            // A carriage return ends a line too, unless a line feed follows it.
+            for (std::size_t from = at; from < newline;) {
+                const void* cr = std::memchr(data + from, '\r', newline - from);
+                if (cr == nullptr) break;
+                from = static_cast<std::size_t>(static_cast<const char*>(cr) - data) + 1;
+                if (from != newline || (newline == size && last))
+                    starts_.push_back(static_cast<std::uint32_t>(piece.offset + from));
+            }
+            if (newline == size) break;
+            at = newline + 1;
+            starts_.push_back(static_cast<std::uint32_t>(piece.offset + at));
         }
-        if (newline == text.size()) break;
-        at = newline + 1;
-        starts_.push_back(static_cast<std::uint32_t>(at));
     }
 }
 
-LineIndex::LineIndex(const LineIndex& before, std::string_view text, std::size_t start, std::size_t removed,
+LineIndex::LineIndex(const LineIndex& before, const DocumentText& text, std::size_t start, std::size_t removed,
                      std::size_t inserted) {
     const auto& old = before.starts_;
     // From the last line starting before the edit (an inserted line feed may
@@ -94,30 +101,35 @@ LineIndex::LineIndex(const LineIndex& before, std::string_view text, std::size_t
     starts_.reserve(old.size() + 64);
     starts_.assign(old.begin(), first + 1);
     const std::size_t end = after == old.end() ? text.size() : *after + inserted - removed - 1;
-    for (std::size_t at = *first; at < end; ++at) {
-        const bool lineFeed = text[at] == '\n';
-        const bool loneReturn = text[at] == '\r' && (at + 1 == text.size() || text[at + 1] != '\n');
-        if (lineFeed || loneReturn) starts_.push_back(static_cast<std::uint32_t>(at + 1));
+    for (std::size_t at = *first; at < end;) {
+        const DocumentText::Piece piece = text.pieceAt(at);
+        const std::string_view bytes = piece.text;
+        for (std::size_t local = at - piece.offset; local < bytes.size() && at < end; ++local, ++at) {
+            const bool lineFeed = bytes[local] == '\n';
+            const bool loneReturn = bytes[local] == '\r' && (local + 1 == bytes.size() || bytes[local + 1] != '\n');
+            if (lineFeed || loneReturn) starts_.push_back(static_cast<std::uint32_t>(at + 1));
+        }
     }
     for (auto kept = after; kept != old.end(); ++kept)
         starts_.push_back(static_cast<std::uint32_t>(*kept + inserted - removed));
 }
 
-std::size_t LineIndex::lineEnd(std::string_view text, std::size_t line) const {
+std::size_t LineIndex::lineEnd(const DocumentText& text, std::size_t line) const {
     std::size_t end = line + 1 < starts_.size() ? starts_[line + 1] : text.size();
     if (end > starts_[line] && line + 1 < starts_.size() && text[end - 1] == '\n') --end;
     if (end > starts_[line] && line + 1 < starts_.size() && text[end - 1] == '\r') --end;
     return end;
 }
 
-TextPosition LineIndex::position(std::string_view text, std::size_t offset, Encoding encoding) const {
+TextPosition LineIndex::position(const DocumentText& text, std::size_t offset, Encoding encoding) const {
     offset = std::min(offset, text.size());
     const auto after = std::upper_bound(starts_.begin(), starts_.end(), offset);
     const auto line = static_cast<std::size_t>(after - starts_.begin()) - 1;
     const std::size_t end = std::min(offset, lineEnd(text, line));
+    const DocumentText::Piece piece = text.pieceAt(starts_[line]);
     std::uint32_t units = 0;
     for (std::size_t at = starts_[line]; at < end;) {
-        const Character c = characterAt(text, at, encoding);
+        const Character c = characterAt(piece.text, at - piece.offset, encoding);
         at += c.bytes;
         // An offset inside a character counts from the character's start.
         if (at > end) break;
@@ -126,12 +138,13 @@ TextPosition LineIndex::position(std::string_view text, std::size_t offset, Enco
     return {static_cast<std::uint32_t>(line), units};
 }
 
-std::size_t LineIndex::offset(std::string_view text, TextPosition position, Encoding encoding) const {
+std::size_t LineIndex::offset(const DocumentText& text, TextPosition position, Encoding encoding) const {
     if (position.line >= starts_.size()) return text.size();
     const std::size_t end = lineEnd(text, position.line);
     std::size_t at = starts_[position.line];
+    const DocumentText::Piece piece = text.pieceAt(at);
     for (std::uint32_t units = 0; at < end;) {
-        const Character c = characterAt(text, at, encoding);
+        const Character c = characterAt(piece.text, at - piece.offset, encoding);
         if (units + c.units > position.character) break;
         units += c.units;
         at += c.bytes;

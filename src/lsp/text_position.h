@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "lsp/document_text.h"
 #include "model/large_block.h"
 
 namespace quillet::lsp {
@@ -26,23 +27,23 @@ struct TextPosition {
 class LineIndex {
 public:
     LineIndex() = default;
-    explicit LineIndex(std::string_view text);
+    explicit LineIndex(const DocumentText& text);
     // The index of `text`, made from `before`, the index of the text that an
     // edit turned into it: `removed` bytes at `start` replaced by `inserted`.
     // Only the lines the edit touches are read again.
-    LineIndex(const LineIndex& before, std::string_view text, std::size_t start, std::size_t removed,
+    LineIndex(const LineIndex& before, const DocumentText& text, std::size_t start, std::size_t removed,
               std::size_t inserted);
 
     bool operator==(const LineIndex&) const = default;
 
     std::size_t lines() const { return starts_.size(); }
     // The end of the line's text, before its line end.
-    std::size_t lineEnd(std::string_view text, std::size_t line) const;
+    std::size_t lineEnd(const DocumentText& text, std::size_t line) const;
 
-    TextPosition position(std::string_view text, std::size_t offset, Encoding encoding) const;
+    TextPosition position(const DocumentText& text, std::size_t offset, Encoding encoding) const;
     // A position past its line's end is that end; past the last line, the
     // end of the text.
-    std::size_t offset(std::string_view text, TextPosition position, Encoding encoding) const;
+    std::size_t offset(const DocumentText& text, TextPosition position, Encoding encoding) const;
 
 private:
     // Offsets fit 32 bits: the server takes no document of 4 GiB or more.

@@ -25,20 +25,32 @@ LineReader::LineReader(int fd) : fd_(fd), buffer_(std::make_unique_for_overwrite
 LineReader::LineReader(std::string_view text, const std::atomic<bool>* stop)
     : pending_(text), stop_(stop), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)), sizeHint_(text.size()) {}
 
+LineReader::LineReader(std::vector<std::string_view> pieces, const std::atomic<bool>* stop)
+    : pieces_(std::move(pieces)), stop_(stop), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {
+    for (const std::string_view piece : pieces_) sizeHint_ += piece.size();
+}
+
 // Moves what is left to the front and reads up to one block behind it.
 void LineReader::refill() {
     std::memmove(buffer_.get(), buffer_.get() + start_, end_ - start_);
     end_ -= start_;
     start_ = 0;
-    const std::size_t room = kBufferSize - 1 - end_;
     if (fd_ < 0) {
         // Keeps its pointer: memcpy takes none that is null, even for no bytes.
-        if (stop_ != nullptr && stop_->load(std::memory_order_relaxed)) pending_.remove_prefix(pending_.size());
-        const std::size_t count = std::min(room, pending_.size());
-        std::memcpy(buffer_.get() + end_, pending_.data(), count);
-        pending_.remove_prefix(count);
-        end_ += count;
-        atEnd_ = pending_.empty();
+        if (stop_ != nullptr && stop_->load(std::memory_order_relaxed)) {
+            pending_.remove_prefix(pending_.size());
+            nextPiece_ = pieces_.size();
+        }
+        for (std::size_t room = kBufferSize - 1 - end_; room > 0;) {
+            while (pending_.empty() && nextPiece_ < pieces_.size()) pending_ = pieces_[nextPiece_++];
+            const std::size_t count = std::min(room, pending_.size());
+            if (count == 0) break;
+            std::memcpy(buffer_.get() + end_, pending_.data(), count);
+            pending_.remove_prefix(count);
+            end_ += count;
+            room -= count;
+        }
+        atEnd_ = pending_.empty() && nextPiece_ == pieces_.size();
         return;
     }
     while (end_ - start_ <= kMaxLine && !atEnd_) {

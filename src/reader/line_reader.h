@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace quillet {
 
@@ -29,6 +30,8 @@ public:
     // block being read ends: the server gives up a check that a newer
     // change has made moot.
     explicit LineReader(std::string_view text, const std::atomic<bool>* stop = nullptr);
+    // Reads the pieces one after the other, as one text.
+    explicit LineReader(std::vector<std::string_view> pieces, const std::atomic<bool>* stop = nullptr);
 
     bool next(Line& line);
     // The definition's size in bytes where it is known (a regular file or a
@@ -41,7 +44,11 @@ private:
     void refill();
 
     int fd_ = -1;
-    std::string_view pending_;  // the in-memory definition not yet copied
+    // The in-memory definition not yet copied: the rest of a piece, and
+    // the pieces after it.
+    std::string_view pending_;
+    std::vector<std::string_view> pieces_;
+    std::size_t nextPiece_ = 0;
     const std::atomic<bool>* stop_ = nullptr;
     std::unique_ptr<char[]> buffer_;
     std::size_t start_ = 0;

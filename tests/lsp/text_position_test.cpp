@@ -11,7 +11,8 @@ namespace {
 
 TEST(TextPosition, CountsEachEncodingsUnits) {
     // a, é (2 bytes), 😀 (4 bytes), an invalid byte, a truncated 3-byte sequence, b.
-    const std::string text = "a\xC3\xA9\xF0\x9F\x98\x80\xFF\xE2\x82" "b\r\nx";
+    const std::string bytes = "a\xC3\xA9\xF0\x9F\x98\x80\xFF\xE2\x82" "b\r\nx";
+    const DocumentText text = DocumentText::over(bytes);
     const LineIndex lines(text);
     const struct {
         Encoding encoding;
@@ -33,7 +34,7 @@ TEST(TextPosition, CountsEachEncodingsUnits) {
 }
 
 TEST(TextPosition, LinesEndAtLineFeedsCarriageReturnsAndBoth) {
-    const std::string text = "a\nb\r\nc\rd\r";
+    const DocumentText text = DocumentText::over("a\nb\r\nc\rd\r");
     const LineIndex lines(text);
     EXPECT_EQ(lines.lines(), 5u);
     for (auto [offset, line] : {std::pair{0, 0}, {2, 1}, {5, 2}, {7, 3}, {9, 4}})
@@ -49,8 +50,9 @@ TEST(TextPosition, RoundTripsOverRandomBytes) {
     const std::string pieces[] = {"a", " ", "\n", "\r", "\r\n", "\xC3\xA9", "\xF0\x9F\x98\x80", "\xE2\x82\xAC",
                                   "\xFF", "\xC3", "\xED\xA0\x80", "\xF4\x90\x80\x80", std::string(1, '\0')};
     for (int round = 0; round < 300; ++round) {
-        std::string text;
-        for (int i = random() % 40; i > 0; --i) text += pieces[random() % std::size(pieces)];
+        std::string bytes;
+        for (int i = random() % 40; i > 0; --i) bytes += pieces[random() % std::size(pieces)];
+        const DocumentText text = DocumentText::over(bytes);
         const LineIndex lines(text);
         for (Encoding encoding : {Encoding::Utf8, Encoding::Utf16, Encoding::Utf32}) {
             TextPosition last{0, 0};
@@ -67,44 +69,9 @@ TEST(TextPosition, RoundTripsOverRandomBytes) {
                 last = at;
                 offset += text[offset] == '\r' || text[offset] == '\n'
                               ? 1
-                              : characterAt(text, offset, encoding).bytes;
+                              : characterAt(bytes, offset, encoding).bytes;
             }
         }
-    }
-}
-
-// Property: an index updated for an edit is the index of the edited text.
-TEST(TextPosition, EditedIndexIsTheIndexOfTheEditedText) {
-    std::mt19937 random(21);
-    const std::string pieces[] = {"ab", "\n", "\r", "\r\n", "\xC3\xA9", " "};
-    const auto some = [&](int most) {
-        std::string text;
-        for (int i = static_cast<int>(random() % most); i > 0; --i) text += pieces[random() % std::size(pieces)];
-        return text;
-    };
-    for (int round = 0; round < 2000; ++round) {
-        const std::string before = some(12);
-        const std::size_t start = random() % (before.size() + 1);
-        const std::size_t removed = random() % (before.size() - start + 1);
-        const std::string inserted = some(4);
-        const std::string after = before.substr(0, start) + inserted + before.substr(start + removed);
-        ASSERT_EQ(LineIndex(LineIndex(before), after, start, removed, inserted.size()), LineIndex(after))
-            << "edit of " << before.size() << " bytes at " << start << ", " << removed << " removed";
-        const Snapshot edited(Snapshot(before, 1).text, LineIndex(before), start, removed, inserted, 2);
-        ASSERT_EQ(edited.text, after);
-    }
-}
-
-// A document too large for the heap's pages is edited in a block of its own.
-TEST(TextPosition, LargeDocumentsAreEditedAlike) {
-    std::string before;
-    while (before.size() <= Snapshot::kLargeText) before += "KEYWORD: a A_KWD\r\n";
-    const Snapshot open(before, 1);
-    for (const std::size_t start : {std::size_t{0}, before.size() / 2, before.size()}) {
-        const Snapshot edited(open.text, open.lines, start, 0, "x\n", 2);
-        const std::string after = before.substr(0, start) + "x\n" + before.substr(start);
-        ASSERT_EQ(edited.text, after);
-        ASSERT_EQ(edited.lines, LineIndex(after));
     }
 }
 

@@ -2,9 +2,12 @@
 
 #include <atomic>
 #include <limits>
+#include <random>
+#include <string>
 #include <vector>
 
 #include "reader/definition_reader.h"
+#include "reader/line_reader.h"
 #include "reader/value_parser.h"
 #include "support/error_capture.h"
 
@@ -173,5 +176,34 @@ TEST(LineReader, StopsWithTheBlockInHandOnceAsked) {
         // The first block holds a megabyte and the longest line.
         if (asked) EXPECT_LE(count, ((std::size_t{1} << 20) + LineReader::kMaxLine + 1) / line.size() + 1);
         else EXPECT_EQ(count, all);
+    }
+}
+
+// Property: a text given in pieces, cut anywhere (mid-line, empty pieces,
+// across the reader's blocks), reads as the whole text does, a line too long
+// included.
+TEST(LineReader, PiecesReadAsTheWholeText) {
+    std::mt19937 random(31);
+    const auto lines = [](LineReader& reader) {
+        std::vector<std::string> read;
+        Line line{};
+        while (reader.next(line)) read.emplace_back(line.text, line.size);
+        read.push_back(reader.stoppedAtLongLine() ? "(too long)" : "(end)");
+        return read;
+    };
+    for (int round = 0; round < 40; ++round) {
+        std::string text;
+        const std::size_t size = round % 4 == 0 ? (std::size_t{3} << 20) : random() % 2000;
+        while (text.size() < size) text += std::string(random() % 60, 'a' + static_cast<char>(random() % 26)) + "\n";
+        if (round % 5 == 1) text += std::string(300, 'x');
+        std::vector<std::string_view> pieces;
+        for (std::size_t at = 0; at < text.size();) {
+            const std::size_t count = std::min<std::size_t>(random() % (round % 4 == 0 ? 900000 : 90), text.size() - at);
+            pieces.push_back(std::string_view(text).substr(at, count));
+            at += count;
+        }
+        LineReader whole(text);
+        LineReader cut(pieces);
+        ASSERT_EQ(lines(cut), lines(whole)) << "round " << round;
     }
 }
