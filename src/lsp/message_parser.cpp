@@ -1,5 +1,11 @@
 #include "lsp/message_parser.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,11 +67,58 @@ private:
     string_t key_;
 };
 
+// Walks a body's bytes for the parser, which never reads one twice, and
+// lets go of each megabyte's pages once it has gone past them. The parser
+// keeps the string it is reading and that string's raw bytes as it goes:
+// with the whole body beside them, a large document's message would take
+// three times its size.
+class ReleasingIterator {
+public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    explicit ReleasingIterator(const char* at) : at_(at), released_(pageAbove(at)) {}
+
+    reference operator*() const { return *at_; }
+    ReleasingIterator& operator++() {
+        if ((reinterpret_cast<std::uintptr_t>(++at_) & (kStep - 1)) == 0) release();
+        return *this;
+    }
+    ReleasingIterator operator++(int) {
+        ReleasingIterator before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const ReleasingIterator& other) const { return at_ == other.at_; }
+
+private:
+    static constexpr std::uintptr_t kStep = std::uintptr_t{1} << 20;
+
+    static std::uintptr_t pageAbove(const char* at) {
+        const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+        return (reinterpret_cast<std::uintptr_t>(at) + page - 1) / page * page;
+    }
+    // Only whole pages of the body behind the parser: the allocator's own
+    // bytes before the body's first page are left alone.
+    void release() {
+        const auto to = reinterpret_cast<std::uintptr_t>(at_);
+        if (to > released_) ::madvise(reinterpret_cast<void*>(released_), to - released_, MADV_DONTNEED);
+        released_ = to;
+    }
+
+    const char* at_;
+    std::uintptr_t released_;
+};
+
 }  // namespace
 
-bool parseMessage(std::string_view body, json& message) {
+bool parseMessage(std::string body, json& message) {
     MovingBuilder builder(message);
-    return json::sax_parse(body, &builder);
+    const char* data = body.data();
+    return json::sax_parse(ReleasingIterator(data), ReleasingIterator(data + body.size()), &builder);
 }
 
 }  // namespace quillet::lsp

@@ -104,8 +104,8 @@ void Server::handle(std::string body) {
     json message;
     // A client may send its buffer's bytes unchecked: they are read as a
     // decoder would show them.
-    const bool parsed = parseMessage(body, message) || parseMessage(toValidUtf8(body), message);
-    std::string().swap(body);
+    if (!wellFormedUtf8(body)) body = toValidUtf8(body);
+    const bool parsed = parseMessage(std::move(body), message);
     if (!parsed) return error(nullptr, kParseError, "Parse error: the message is not valid JSON");
     dispatch(message);
 }

@@ -64,6 +64,23 @@ std::string toValidUtf8(std::string_view text) {
     return valid;
 }
 
+bool wellFormedUtf8(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    for (std::size_t at = 0; at < text.size();) {
+        // Runs of ASCII, eight bytes at a time.
+        std::uint64_t eight = kHighBits;
+        if (at + 8 <= text.size()) std::memcpy(&eight, text.data() + at, 8);
+        if ((eight & kHighBits) == 0) {
+            at += 8;
+            continue;
+        }
+        const Character c = characterAt(text, at, Encoding::Utf32);
+        if (!c.wellFormed) return false;
+        at += c.bytes;
+    }
+    return true;
+}
+
 LineIndex::LineIndex(const DocumentText& text) {
     starts_.push_back(0);
     // A piece ends at a line feed, or is the last: a line end never spans two.

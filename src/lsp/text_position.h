@@ -62,5 +62,7 @@ Character characterAt(std::string_view text, std::size_t at, Encoding encoding);
 // The text with each ill-formed sequence replaced by U+FFFD, as a client
 // decoding it would show it.
 std::string toValidUtf8(std::string_view text);
+// Whether toValidUtf8() gives the text back unchanged.
+bool wellFormedUtf8(std::string_view text);
 
 }  // namespace quillet::lsp

@@ -53,7 +53,9 @@ TEST(DocumentText, EditsKeepTheBytesAndShareTheRest) {
             for (std::size_t i = 0; i < edited.pieceCount(); ++i) {
                 const DocumentText::Piece piece = edited.piece(i);
                 ASSERT_FALSE(piece.text.empty());
-                if (i + 1 < edited.pieceCount()) ASSERT_EQ(piece.text.back(), '\n');
+                if (i + 1 < edited.pieceCount()) {
+                    ASSERT_EQ(piece.text.back(), '\n');
+                }
                 if (before.count(piece.text.data()) == 0) fresh += piece.text.size();
             }
             ASSERT_LE(fresh, inserted.size() + text.pieceAt(start).text.size() + text.pieceAt(start + removed).text.size());
@@ -73,7 +75,9 @@ TEST(DocumentText, EditsKeepTheBytesAndShareTheRest) {
                 ASSERT_EQ(edited.lineStart(at), feed == std::string::npos ? 0 : feed + 1);
                 const std::size_t end = std::min(model.find('\n', at), model.size());
                 ASSERT_EQ(edited.restOfLine(at), std::string_view(model).substr(at, end - at));
-                if (at < model.size()) ASSERT_EQ(edited[at], model[at]);
+                if (at < model.size()) {
+                    ASSERT_EQ(edited[at], model[at]);
+                }
             }
             text = edited;
             lines = editedLines;

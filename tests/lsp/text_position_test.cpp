@@ -44,7 +44,8 @@ TEST(TextPosition, LinesEndAtLineFeedsCarriageReturnsAndBoth) {
 }
 
 // Property: every character start survives the round trip, positions grow
-// with offsets, and no offset lands beyond its line, whatever the bytes.
+// with offsets, and no offset lands beyond its line, whatever the bytes; and
+// the bytes are well-formed exactly where making them so changes nothing.
 TEST(TextPosition, RoundTripsOverRandomBytes) {
     std::mt19937 random(23);
     const std::string pieces[] = {"a", " ", "\n", "\r", "\r\n", "\xC3\xA9", "\xF0\x9F\x98\x80", "\xE2\x82\xAC",
@@ -52,6 +53,7 @@ TEST(TextPosition, RoundTripsOverRandomBytes) {
     for (int round = 0; round < 300; ++round) {
         std::string bytes;
         for (int i = random() % 40; i > 0; --i) bytes += pieces[random() % std::size(pieces)];
+        ASSERT_EQ(wellFormedUtf8(bytes), toValidUtf8(bytes) == bytes);
         const DocumentText text = DocumentText::over(bytes);
         const LineIndex lines(text);
         for (Encoding encoding : {Encoding::Utf8, Encoding::Utf16, Encoding::Utf32}) {
