@@ -64,7 +64,10 @@ std::shared_ptr<const Analysis> analyse(std::shared_ptr<const Snapshot> snapshot
     analysis->generation = generation;
     const DocumentText& text = analysis->snapshot->text;
     auto linter = std::make_shared<lint::DefinitionLinter>(std::numeric_limits<std::size_t>::max());
-    const ReaderLines lines(text, analysis->snapshot->lines.lines());
+    // Without a carriage return the protocol's lines are the reader's: the
+    // snapshot's index serves both, instead of a second one as large.
+    const ReaderLines lines = text.contains('\r') ? ReaderLines(text, analysis->snapshot->lines.lines())
+                                                  : ReaderLines(text, analysis->snapshot->lines);
     // Room for a word per eight bytes, as a first reading has no count to go
     // by: a word index grown by copying would hold twice its size at once.
     // Only the part the words fill is ever touched.

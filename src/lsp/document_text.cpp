@@ -123,6 +123,12 @@ std::size_t DocumentText::lineStart(std::size_t offset) const {
     return feed == std::string_view::npos ? piece.offset : piece.offset + feed + 1;
 }
 
+bool DocumentText::contains(char byte) const {
+    for (const Stored& piece : pieces_)
+        if (view(piece).find(byte) != std::string_view::npos) return true;
+    return false;
+}
+
 std::string DocumentText::copy(std::size_t offset, std::size_t length) const {
     std::string out;
     offset = std::min(offset, size_);

@@ -45,6 +45,7 @@ public:
     std::string_view restOfLine(std::size_t offset) const;
     // Where the line holding `offset` starts.
     std::size_t lineStart(std::size_t offset) const;
+    bool contains(char byte) const;
     // Bytes across any number of pieces.
     std::string copy(std::size_t offset, std::size_t length) const;
     std::string copy() const { return copy(0, size_); }

@@ -49,22 +49,25 @@ std::size_t runLength(const DocumentText& document, std::size_t offset) {
 
 ReaderLines::ReaderLines(const DocumentText& text, std::size_t lineCount, int firstLine)
     : size_(text.size()), firstLine_(firstLine) {
-    starts_.reserve(lineCount + 1);
-    starts_.push_back(0);
+    owned_.reserve(lineCount + 1);
+    owned_.push_back(0);
     for (std::size_t index = 0; index < text.pieceCount(); ++index) {
         const DocumentText::Piece piece = text.piece(index);
         const char* data = piece.text.data();
         for (const char *at = data, *end = at + piece.text.size();
              (at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)))) != nullptr;)
-            starts_.push_back(static_cast<std::uint32_t>(piece.offset + static_cast<std::size_t>(++at - data)));
+            owned_.push_back(static_cast<std::uint32_t>(piece.offset + static_cast<std::size_t>(++at - data)));
     }
 }
+
+ReaderLines::ReaderLines(const DocumentText& text, const LineIndex& index)
+    : size_(text.size()), firstLine_(1), starts_(&index.starts()) {}
 
 std::size_t ReaderLines::offset(Position position) const {
     if (position.line < firstLine_) return 0;
     const std::size_t line = index(position.line);
-    if (line >= starts_.size()) return size_;
-    return std::min(starts_[line] + static_cast<std::size_t>(std::max(position.column, 1) - 1), size_);
+    if (line >= starts_->size()) return size_;
+    return std::min((*starts_)[line] + static_cast<std::size_t>(std::max(position.column, 1) - 1), size_);
 }
 
 void WordCollector::word(const WordEvent& event) {

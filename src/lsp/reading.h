@@ -22,8 +22,13 @@ class ReaderLines {
 public:
     // `lineCount`: at least as many lines as the text has line feeds.
     ReaderLines(const DocumentText& text, std::size_t lineCount, int firstLine = 1);
+    // A whole text without a carriage return, whose lines start where
+    // `index` has them: its starts are shared, not made again.
+    ReaderLines(const DocumentText& text, const LineIndex& index);
+    ReaderLines(const ReaderLines&) = delete;
+    ReaderLines& operator=(const ReaderLines&) = delete;
 
-    std::size_t count() const { return starts_.size(); }
+    std::size_t count() const { return starts_->size(); }
     // Of the text's lines, the one the file numbers `line`.
     std::size_t index(int line) const { return static_cast<std::size_t>(line - firstLine_); }
     // Within the text; a position before its first line is its start.
@@ -32,8 +37,8 @@ public:
 private:
     std::size_t size_;
     int firstLine_;
-    // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
-    std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
+    LineIndex::Starts owned_;
+    const LineIndex::Starts* starts_ = &owned_;
 };
 
 // Collects the words the reader shows, as the linter reads them, and where

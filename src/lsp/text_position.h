@@ -34,9 +34,14 @@ public:
     LineIndex(const LineIndex& before, const DocumentText& text, std::size_t start, std::size_t removed,
               std::size_t inserted);
 
+    // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
+    // Copied at every change: a large one takes large pages.
+    using Starts = std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>>;
+
     bool operator==(const LineIndex&) const = default;
 
     std::size_t lines() const { return starts_.size(); }
+    const Starts& starts() const { return starts_; }
     // The end of the line's text, before its line end.
     std::size_t lineEnd(const DocumentText& text, std::size_t line) const;
 
@@ -46,9 +51,7 @@ public:
     std::size_t offset(const DocumentText& text, TextPosition position, Encoding encoding) const;
 
 private:
-    // Offsets fit 32 bits: the server takes no document of 4 GiB or more.
-    // Copied at every change: a large one takes large pages.
-    std::vector<std::uint32_t, LargePageAllocator<std::uint32_t>> starts_;
+    Starts starts_;
 };
 
 // The bytes of the character at `at` and the code units it counts for.
