@@ -347,16 +347,27 @@ std::shared_ptr<const Analysis> reanalyse(const Analysis& previous, std::shared_
     // The keyword's record, and the places of the names.
     const DefinitionReader& taken = part.linter->reader();
     const DefinitionReader& given = was.linter->reader();
-    const int lastLine = firstLine + static_cast<int>(linesBefore) - 1;
-    analysis->names = std::make_shared<const lint::TakenNames>(lint::TakenNames{
-        TextRegistry(previous.names->keywordNames, lastLine, lineShift, given.keywordNames(), taken.keywordNames()),
-        TextRegistry(previous.names->ids, lastLine, lineShift, given.ids(), taken.ids())});
     analysis->keywords = previous.keywords;
-    analysis->keywords.erase(name);
-    analysis->keywords.emplace(keyword->name.view(), part.linter.get());
-    for (const auto& kept : previous.parts)
-        if (kept.get() != replaced) analysis->parts.push_back(kept);
-    analysis->parts.push_back(std::move(part.linter));
+    if (lineShift == 0 && taken.keywordNames().registersAsIn(given.keywordNames()) &&
+        taken.ids().registersAsIn(given.ids())) {
+        // The keyword takes the names it took, where it took them (an edit
+        // of a description or a value): the names and the readings holding
+        // their texts stay as they are, instead of a copy of the registries
+        // of the whole file.
+        analysis->names = previous.names;
+        analysis->parts = previous.parts;
+    } else {
+        const int lastLine = firstLine + static_cast<int>(linesBefore) - 1;
+        analysis->names = std::make_shared<const lint::TakenNames>(lint::TakenNames{
+            TextRegistry(previous.names->keywordNames, lastLine, lineShift, given.keywordNames(),
+                         taken.keywordNames()),
+            TextRegistry(previous.names->ids, lastLine, lineShift, given.ids(), taken.ids())});
+        analysis->keywords.erase(name);
+        analysis->keywords.emplace(keyword->name.view(), part.linter.get());
+        for (const auto& kept : previous.parts)
+            if (kept.get() != replaced) analysis->parts.push_back(kept);
+        analysis->parts.push_back(std::move(part.linter));
+    }
     if (!aliasesPath.empty()) analysis->aliases = readAliases(aliasesPath, analysis->keywords);
     return analysis;
 }

@@ -78,6 +78,19 @@ bool TextRegistry::addsOnlyTextsNewTo(const TextRegistry& was, const TextRegistr
     return true;
 }
 
+bool TextRegistry::registersAsIn(const TextRegistry& other) const {
+    if (size_ != other.size_) return false;
+    for (std::size_t index = 0; index < slots_; ++index) {
+        if (hashes()[index] == 0) continue;
+        const std::string_view text = texts()[index].view();
+        if (!other.ownContains(text)) return false;
+        const std::optional<Position> place = other.placeOf(text);
+        const Position mine = keepsPlaces_ ? places()[index] : Position{};
+        if (!place || place->line != mine.line || place->column != mine.column) return false;
+    }
+    return true;
+}
+
 // Linear probing keeps every text reachable from its home slot: the texts
 // after the freed slot move back into it where their probe passes it.
 void TextRegistry::erase(std::string_view text) {

@@ -48,6 +48,9 @@ public:
     // Whether every text this registered itself and `was` did not is
     // unknown to `file` too (what they look behind at left out).
     bool addsOnlyTextsNewTo(const TextRegistry& was, const TextRegistry& file) const;
+    // Whether this registered itself the very texts `other` did, each at
+    // the same place.
+    bool registersAsIn(const TextRegistry& other) const;
     // Room for `count` texts without growing.
     void reserve(std::size_t count);
     // Forgets every text.
