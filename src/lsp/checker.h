@@ -47,7 +47,7 @@ private:
     std::map<std::string, Job> pending_;  // by document: the newest text only
     std::string running_;  // the document being checked, if any
     std::atomic<bool> stop_ = false;  // its check is moot
-    WorkQueue queue_{WorkQueue::Priority::Background};  // last: its thread stops before the rest goes
+    WorkQueue queue_;  // last: its thread stops before the rest goes
 };
 
 }  // namespace quillet::lsp

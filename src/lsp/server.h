@@ -125,7 +125,7 @@ private:
     // up the requests that follow it. It stops before the checker, as it
     // schedules checks.
     WorkQueue edits_;
-    WorkQueue wholeDocumentAnswers_{WorkQueue::Priority::Background};  // last: its answers read everything above
+    WorkQueue wholeDocumentAnswers_;  // last: its answers read everything above
 };
 
 }  // namespace quillet::lsp

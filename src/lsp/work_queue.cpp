@@ -1,20 +1,8 @@
 #include "lsp/work_queue.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 namespace quillet::lsp {
 
-namespace {
-
-// Of the scheduler's niceness levels (0 to 19): low enough that a thread
-// answering a request runs first, not so low that a check starves while
-// the machine is busy.
-constexpr int kBackgroundNiceness = 10;
-
-}  // namespace
-
-WorkQueue::WorkQueue(Priority priority) : thread_([this, priority] { work(priority); }) {}
+WorkQueue::WorkQueue() : thread_([this] { work(); }) {}
 
 WorkQueue::~WorkQueue() {
     {
@@ -38,11 +26,7 @@ void WorkQueue::waitIdle() {
     idle_.wait(lock, [this] { return tasks_.empty() && !busy_; });
 }
 
-void WorkQueue::work(Priority priority) {
-    // Linux gives each thread its own niceness; failing, the thread runs as
-    // the others do.
-    if (priority == Priority::Background)
-        static_cast<void>(::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kBackgroundNiceness));
+void WorkQueue::work() {
     for (;;) {
         std::function<void()> task;
         {

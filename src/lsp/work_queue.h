@@ -12,11 +12,7 @@ namespace quillet::lsp {
 // on a thread of its own.
 class WorkQueue {
 public:
-    // A background queue's thread yields the processor to the others: a
-    // check of a large document must not hold up the answers to requests.
-    enum class Priority { Normal, Background };
-
-    explicit WorkQueue(Priority priority = Priority::Normal);
+    WorkQueue();
     ~WorkQueue();
     WorkQueue(const WorkQueue&) = delete;
     WorkQueue& operator=(const WorkQueue&) = delete;
@@ -26,7 +22,7 @@ public:
     void waitIdle();
 
 private:
-    void work(Priority priority);
+    void work();
 
     std::mutex mutex_;
     std::condition_variable wake_;
