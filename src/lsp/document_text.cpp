@@ -136,6 +136,7 @@ std::string DocumentText::copy(std::size_t offset, std::size_t length) const {
     out.reserve(length);
     while (out.size() < length) {
         const std::string_view bytes = view(offset + out.size(), length - out.size());
+        if (bytes.empty()) break;
         out.append(bytes);
     }
     return out;

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <cstring>
 #include <optional>
+#include <string>
 
 #include "lsp/analysis.h"
 #include "lsp/reading.h"
