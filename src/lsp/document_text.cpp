@@ -10,6 +10,7 @@ namespace {
 // Large enough that a large document has a few thousand pieces, small
 // enough that copying one is nothing next to checking the edit.
 constexpr std::size_t kPieceBytes = std::size_t{64} << 10;
+constexpr unsigned kBlockShift = 16;
 
 std::size_t sameFromStart(const char* a, const char* b, std::size_t size) {
     constexpr std::size_t kBlock = 4096;
@@ -32,7 +33,10 @@ std::size_t sameToEnd(const char* aEnd, const char* bEnd, std::size_t size) {
 
 }  // namespace
 
-DocumentText::DocumentText(std::string_view text) { append(text); }
+DocumentText::DocumentText(std::string_view text) {
+    append(text);
+    indexBlocks();
+}
 
 DocumentText::DocumentText(const DocumentText& before, std::size_t start, std::size_t removed,
                            std::string_view inserted) {
@@ -40,6 +44,7 @@ DocumentText::DocumentText(const DocumentText& before, std::size_t start, std::s
     removed = std::min(removed, before.size_ - start);
     if (before.pieces_.empty()) {
         append(inserted);
+        indexBlocks();
         return;
     }
     // The pieces the edit touches are made again, whole lines from the
@@ -58,12 +63,14 @@ DocumentText::DocumentText(const DocumentText& before, std::size_t start, std::s
         .append(tail.text.substr(start + removed - tail.offset));
     append(edited);
     for (std::size_t i = last + 1; i < before.pieces_.size(); ++i) appendPiece(before.pieces_[i]);
+    indexBlocks();
 }
 
 DocumentText DocumentText::over(std::string_view text) {
     DocumentText viewed;
     // No owner: the text outlives the view.
     if (!text.empty()) viewed.appendPiece({std::shared_ptr<const char[]>(std::shared_ptr<const char[]>(), text.data()), text.size()});
+    viewed.indexBlocks();
     return viewed;
 }
 
@@ -89,8 +96,22 @@ void DocumentText::appendPiece(Stored piece) {
     pieces_.push_back(std::move(piece));
 }
 
+void DocumentText::indexBlocks() {
+    blocks_.assign((size_ >> kBlockShift) + 1, 0);
+    std::size_t index = 0;
+    for (std::size_t block = 0; block < blocks_.size(); ++block) {
+        while (index + 1 < offsets_.size() && offsets_[index + 1] <= block << kBlockShift) ++index;
+        blocks_[block] = static_cast<std::uint32_t>(index);
+    }
+}
+
 std::size_t DocumentText::indexAt(std::size_t offset) const {
-    const auto after = std::upper_bound(offsets_.begin(), offsets_.end(), offset);
+    if (offsets_.empty()) return 0;
+    // Between the pieces holding the first bytes of this block and the next.
+    const std::size_t block = std::min(offset >> kBlockShift, blocks_.size() - 1);
+    const auto from = offsets_.begin() + blocks_[block];
+    const auto to = block + 1 < blocks_.size() ? offsets_.begin() + blocks_[block + 1] + 1 : offsets_.end();
+    const auto after = std::upper_bound(from, to, offset);
     return after == offsets_.begin() ? 0 : static_cast<std::size_t>(after - offsets_.begin()) - 1;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -66,9 +67,14 @@ private:
     // Appends `text` in pieces that end at line feeds.
     void append(std::string_view text);
     void appendPiece(Stored piece);
+    void indexBlocks();
 
     std::vector<Stored> pieces_;
     std::vector<std::size_t> offsets_;
+    // For each block of bytes of a piece's usual size, the piece holding
+    // its first byte: finding a piece is a search among a few, as every
+    // request and answer finds one per word or position.
+    std::vector<std::uint32_t> blocks_;
     std::size_t size_ = 0;
 };
 

@@ -132,9 +132,18 @@ LineIndex::LineIndex(const LineIndex& before, const DocumentText& text, std::siz
 }
 
 std::size_t LineIndex::lineEnd(const DocumentText& text, std::size_t line) const {
-    std::size_t end = line + 1 < starts_.size() ? starts_[line + 1] : text.size();
-    if (end > starts_[line] && line + 1 < starts_.size() && text[end - 1] == '\n') --end;
-    if (end > starts_[line] && line + 1 < starts_.size() && text[end - 1] == '\r') --end;
+    return lineEnd(text.pieceAt(starts_[line]), text.size(), line);
+}
+
+// A line and its line end lie in one piece.
+std::size_t LineIndex::lineEnd(const DocumentText::Piece& piece, std::size_t size, std::size_t line) const {
+    std::size_t end = line + 1 < starts_.size() ? starts_[line + 1] : size;
+    const auto byteBefore = [&piece, &end] {
+        return end - 1 >= piece.offset && end - 1 - piece.offset < piece.text.size() ? piece.text[end - 1 - piece.offset]
+                                                                                       : '\0';
+    };
+    if (end > starts_[line] && line + 1 < starts_.size() && byteBefore() == '\n') --end;
+    if (end > starts_[line] && line + 1 < starts_.size() && byteBefore() == '\r') --end;
     return end;
 }
 
@@ -142,8 +151,8 @@ TextPosition LineIndex::position(const DocumentText& text, std::size_t offset, E
     offset = std::min(offset, text.size());
     const auto after = std::upper_bound(starts_.begin(), starts_.end(), offset);
     const auto line = static_cast<std::size_t>(after - starts_.begin()) - 1;
-    const std::size_t end = std::min(offset, lineEnd(text, line));
     const DocumentText::Piece piece = text.pieceAt(starts_[line]);
+    const std::size_t end = std::min(offset, lineEnd(piece, text.size(), line));
     std::uint32_t units = 0;
     for (std::size_t at = starts_[line]; at < end;) {
         const Character c = characterAt(piece.text, at - piece.offset, encoding);
@@ -157,9 +166,9 @@ TextPosition LineIndex::position(const DocumentText& text, std::size_t offset, E
 
 std::size_t LineIndex::offset(const DocumentText& text, TextPosition position, Encoding encoding) const {
     if (position.line >= starts_.size()) return text.size();
-    const std::size_t end = lineEnd(text, position.line);
     std::size_t at = starts_[position.line];
     const DocumentText::Piece piece = text.pieceAt(at);
+    const std::size_t end = lineEnd(piece, text.size(), position.line);
     for (std::uint32_t units = 0; at < end;) {
         const Character c = characterAt(piece.text, at - piece.offset, encoding);
         if (units + c.units > position.character) break;

@@ -51,6 +51,8 @@ public:
     std::size_t offset(const DocumentText& text, TextPosition position, Encoding encoding) const;
 
 private:
+    std::size_t lineEnd(const DocumentText::Piece& piece, std::size_t size, std::size_t line) const;
+
     Starts starts_;
 };
 
